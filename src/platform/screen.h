@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/geometry.h"
+
+namespace hushpane::platform {
+
+using DisplayId = std::uint32_t;
+
+struct Screen {
+  Rect frame;                          // points
+  std::optional<DisplayId> displayId;  // stays the same across reconnection; some screens have none
+  std::string localizedName;
+  double scale = 1;  // pixels per point
+  bool operator==(const Screen&) const = default;
+};
+
+class Screens {
+ public:
+  virtual ~Screens() = default;
+
+  // The screens of the desktop, the main one first. Costs no round trip. notification::screenParametersDidChange
+  // follows every change.
+  virtual const std::vector<Screen>& screens() const = 0;
+};
+
+}  // namespace hushpane::platform
