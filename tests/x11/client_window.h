@@ -1,0 +1,42 @@
+#pragma once
+
+#include <stdexcept>
+
+#include "tests/x11/wait.h"
+#include "tests/x11/x_connection.h"
+
+namespace hushpane::x11_tests {
+
+// A window of the test itself, whose size and kind the test controls. All of them belong to one application.
+class ClientWindow {
+ public:
+  struct Look {
+    Rect bounds;
+    Pixel color;
+    std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
+    bool overridesRedirect = false;  // menus and tooltips stand outside the window manager
+  };
+
+  ClientWindow(const std::string& display, const Look& look);
+  ~ClientWindow();
+  ClientWindow(const ClientWindow&) = delete;
+  ClientWindow& operator=(const ClientWindow&) = delete;
+
+  xcb_window_t window() const { return window_; }
+  Pixel color() const { return color_; }
+  Rect bounds() const { return x_.bounds(window_); }
+  Point spot() const { return center(bounds()); }
+  void setBounds(const Rect& bounds);
+  // How many clicks have reached the window so far.
+  int clicks();
+
+ private:
+  void describe(const Look& look) const;
+
+  XConnection x_;
+  xcb_window_t window_;
+  Pixel color_;
+  int clicks_ = 0;
+};
+
+}  // namespace hushpane::x11_tests
