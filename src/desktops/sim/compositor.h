@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include "desktops/sim/sim_window_server.h"
+#include "platform/image.h"
+#include "platform/screen.h"
+
+namespace hushpane::sim {
+
+// What a screen shows: the desktop's background and the windows upon it, given from front to back, in the pixels of the
+// screen. A screen without area gives an empty picture.
+platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen);
+
+}  // namespace hushpane::sim

@@ -1,0 +1,26 @@
+#include "desktops/sim/sim_application.h"
+
+#include <utility>
+
+namespace hushpane::sim {
+
+void SimApplication::setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) {
+  handler_ = std::move(handler);
+  queue_.async([this] { deliver(); });
+}
+
+void SimApplication::openUrls(std::vector<std::string> urls) {
+  waiting_.push_back(std::move(urls));
+  queue_.async([this] { deliver(); });
+}
+
+void SimApplication::deliver() {
+  while (handler_ && !waiting_.empty()) {
+    const auto handler = handler_;
+    auto urls = std::move(waiting_.front());
+    waiting_.erase(waiting_.begin());
+    handler(std::move(urls));
+  }
+}
+
+}  // namespace hushpane::sim

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+
+#include "desktops/sim/sim_main_queue.h"
+#include "platform/application.h"
+
+namespace hushpane::sim {
+
+class SimApplication : public platform::Application {
+ public:
+  explicit SimApplication(SimMainQueue& queue) : queue_(queue) {}
+
+  void setActivationPolicy(platform::ActivationPolicy policy) override { activationPolicy_ = policy; }
+  void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) override;
+
+  // Nothing until the program chose one.
+  std::optional<platform::ActivationPolicy> activationPolicy() const { return activationPolicy_; }
+  // Somebody opens URLs with this program.
+  void openUrls(std::vector<std::string> urls);
+
+ private:
+  void deliver();
+
+  SimMainQueue& queue_;
+  std::optional<platform::ActivationPolicy> activationPolicy_;
+  std::function<void(std::vector<std::string>)> handler_;
+  std::vector<std::vector<std::string>> waiting_;
+};
+
+}  // namespace hushpane::sim

@@ -1,0 +1,74 @@
+#include "desktops/sim/sim_platform.h"
+
+#include <utility>
+
+#include "desktops/sim/compositor.h"
+
+namespace hushpane::sim {
+
+namespace {
+
+constexpr std::int32_t ownPid = 100;
+
+// Placeholders until the shared services are there.
+struct NoPropertyLists : platform::PropertyLists {
+  std::optional<platform::Dictionary> read(const std::filesystem::path&) const override { return {}; }
+  bool writeXml(const std::filesystem::path&, const platform::Dictionary&) override { return false; }
+};
+struct NoBookmarks : platform::Bookmarks {
+  std::optional<platform::Data> create(const std::filesystem::path&) const override { return {}; }
+  std::optional<std::filesystem::path> resolve(const platform::Data&) const override { return {}; }
+};
+struct NoBundle : platform::Bundle {
+  platform::ImagePtr image(std::string_view) override { return {}; }
+};
+
+}  // namespace
+
+SimPlatform::SimPlatform(Storage& storage, std::vector<platform::Screen> screens)
+    : storage_(storage),
+      screens_(notificationCenter_, std::move(screens)),
+      standardDefaults_(storage.standardDefaults, announceDefaults()),
+      sharedContainer_(storage),
+      windowList_(windows_, ownPid),
+      workspace_(queue_, windows_, ownPid),
+      propertyLists_(std::make_unique<NoPropertyLists>()),
+      bookmarks_(std::make_unique<NoBookmarks>()),
+      bundle_(std::make_unique<NoBundle>()) {
+  queue_.setTurnEnded([this] { windows_.commit(); });
+}
+
+SimPlatform::~SimPlatform() {
+  releaseInstances();
+}
+
+std::int32_t SimPlatform::processIdentifier() const {
+  return ownPid;
+}
+
+SimUserDefaults* SimPlatform::userDefaultsSuite(std::string_view name) {
+  if (suitesAbsent_) return nullptr;
+  const std::string key(name);
+  return &suites_.try_emplace(key, storage_.suites[key], announceDefaults()).first->second;
+}
+
+// One notification for all changes of one turn.
+std::function<void()> SimPlatform::announceDefaults() {
+  return [this] {
+    if (std::exchange(defaultsAnnounced_, true)) return;
+    queue_.async([this] {
+      defaultsAnnounced_ = false;
+      notificationCenter_.post(platform::notification::userDefaultsDidChange);
+    });
+  };
+}
+
+platform::Image SimPlatform::render(const platform::Screen& screen) {
+  return renderScreen(windows_.stack(), screen);
+}
+
+platform::Image SimPlatform::render() {
+  return screens_.screens().empty() ? platform::Image{} : render(screens_.screens().front());
+}
+
+}  // namespace hushpane::sim

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+
+#include "desktops/sim/sim_application.h"
+#include "desktops/sim/sim_event_monitors.h"
+#include "desktops/sim/sim_frame_clock.h"
+#include "desktops/sim/sim_main_queue.h"
+#include "desktops/sim/sim_notification_center.h"
+#include "desktops/sim/sim_screens.h"
+#include "desktops/sim/sim_shared_container.h"
+#include "desktops/sim/sim_user_defaults.h"
+#include "desktops/sim/sim_widget_center.h"
+#include "desktops/sim/sim_window_list.h"
+#include "desktops/sim/sim_window_server.h"
+#include "desktops/sim/sim_workspace.h"
+#include "desktops/sim/storage.h"
+#include "platform/platform.h"
+
+namespace hushpane::sim {
+
+// The desktop in memory. Each service is the program's service and, with further operations, what a script does to it
+// from outside. Time passes, and what comes from outside arrives, only in advance() and drain().
+class SimPlatform : public platform::Platform {
+ public:
+  static inline const platform::Screen defaultScreen{{0, 0, 1440, 900}, 1, "Built-in Display", 1};
+
+  explicit SimPlatform(Storage& storage, std::vector<platform::Screen> screens = {defaultScreen});
+  ~SimPlatform() override;
+
+  std::int32_t processIdentifier() const override;
+  SimApplication& application() override { return application_; }
+  SimMainQueue& mainQueue() override { return queue_; }
+  SimNotificationCenter& notificationCenter() override { return notificationCenter_; }
+  SimNotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
+  SimUserDefaults& userDefaults() override { return standardDefaults_; }
+  SimUserDefaults* userDefaultsSuite(std::string_view name) override;
+  platform::PropertyLists& propertyLists() override { return *propertyLists_; }
+  SimSharedContainer& sharedContainer() override { return sharedContainer_; }
+  platform::Bookmarks& bookmarks() override { return *bookmarks_; }
+  platform::Bundle& bundle() override { return *bundle_; }
+  SimScreens& screens() override { return screens_; }
+  SimWindowServer& windows() override { return windows_; }
+  SimWindowList& windowList() override { return windowList_; }
+  SimWorkspace& workspace() override { return workspace_; }
+  SimEventMonitors& eventMonitors() override { return eventMonitors_; }
+  SimWidgetCenter& widgetCenter() override { return widgetCenter_; }
+
+  const SimFrameClock& frameClock() const { return frameClock_; }
+
+  void drain() { queue_.drain(); }
+  void advance(double seconds) { queue_.advance(seconds); }
+  double now() const { return queue_.now(); }
+
+  // From here on suites cannot be opened, or they can again.
+  void setSuitesAbsent(bool absent) { suitesAbsent_ = absent; }
+
+  // What the screen shows at this moment, in its pixels.
+  platform::Image render(const platform::Screen& screen);
+  // The same of the main screen; nothing (0 by 0) when there is no screen.
+  platform::Image render();
+
+ private:
+  std::function<void()> announceDefaults();
+
+  Storage& storage_;
+  SimMainQueue queue_;
+  SimFrameClock frameClock_{queue_};
+  platform::Animator animator_{queue_, frameClock_};
+  SimNotificationCenter notificationCenter_{queue_};
+  SimNotificationCenter distributedCenter_{queue_};
+  SimApplication application_{queue_};
+  SimScreens screens_;
+  SimUserDefaults standardDefaults_;
+  std::map<std::string, SimUserDefaults, std::less<>> suites_;
+  bool suitesAbsent_ = false;
+  bool defaultsAnnounced_ = false;
+  SimSharedContainer sharedContainer_;
+  SimWindowServer windows_{queue_, animator_};
+  SimWindowList windowList_;
+  SimWorkspace workspace_;
+  SimEventMonitors eventMonitors_{queue_};
+  SimWidgetCenter widgetCenter_;
+  std::unique_ptr<platform::PropertyLists> propertyLists_;
+  std::unique_ptr<platform::Bookmarks> bookmarks_;
+  std::unique_ptr<platform::Bundle> bundle_;
+};
+
+}  // namespace hushpane::sim

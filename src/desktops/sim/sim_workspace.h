@@ -1,0 +1,51 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+#include "desktops/sim/sim_notification_center.h"
+#include "desktops/sim/sim_window_server.h"
+#include "platform/workspace.h"
+
+namespace hushpane::sim {
+
+// Who is in front, by script. The program hears of each change with the next turn of the main queue.
+class SimWorkspace : public platform::Workspace {
+ public:
+  SimWorkspace(SimMainQueue& queue, SimWindowServer& server, std::int32_t ownPid);
+
+  std::optional<platform::RunningApplication> frontmostApplication() override;
+  SimNotificationCenter& notificationCenter() override { return center_; }
+
+  // Another program starts, without windows; returns its process id.
+  std::int32_t launch(std::string name);
+  // It ends, and its windows with it. When it was in front, nobody is.
+  void quit(std::int32_t pid);
+  // Brings all windows of an application to the front. Posts didActivateApplication.
+  void activate(std::int32_t pid);
+  // Brings one window to the front, and with it its application. Posts didActivateApplication. False when there is no
+  // such window.
+  bool activateWindow(platform::WindowNumber number);
+  // The program itself comes to the front. Posts didActivateApplication.
+  void activateOwnProgram();
+  // From here on no application is in front.
+  void deactivateAll() { frontmost_.reset(); }
+
+  // Posts activeSpaceDidChange.
+  void switchSpace(int space);
+  // Posts didWake.
+  void wake();
+
+ private:
+  void bringToFront(std::int32_t pid);
+
+  SimNotificationCenter center_;
+  SimWindowServer& server_;
+  std::map<std::int32_t, std::string> applications_;
+  std::int32_t ownPid_;
+  std::int32_t lastPid_;
+  std::optional<std::int32_t> frontmost_;
+};
+
+}  // namespace hushpane::sim
