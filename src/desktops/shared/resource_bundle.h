@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/image.h"
+
+namespace hushpane::desktops {
+
+// Where the resources of this program are: the folder that HUSHPANE_RESOURCES names, else `resources` beside the binary
+// (a build tree), else share/hushpane below the prefix that the binary was installed under.
+std::filesystem::path resourceFolder();
+// The same for a binary elsewhere.
+std::filesystem::path resourceFolder(const std::filesystem::path& binary);
+
+// The resources in a folder; pictures are NAME.png, else NAME.svg.
+class ResourceBundle : public platform::Bundle {
+ public:
+  explicit ResourceBundle(std::filesystem::path folder);
+
+  platform::ImagePtr image(std::string_view name) override;
+
+ private:
+  std::filesystem::path folder_;
+  std::map<std::string, std::weak_ptr<const platform::Image>, std::less<>> images_;
+};
+
+}  // namespace hushpane::desktops
