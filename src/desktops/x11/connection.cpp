@@ -115,9 +115,8 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
   return screens.data;
 }
 
-void logError(const xcb_generic_event_t& event) {
+void logError(const xcb_generic_error_t& error) {
   if (!isLogging()) return;
-  const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
   logFailure("X error " + std::to_string(error.error_code) + " of request " + std::to_string(error.major_code) + "." +
              std::to_string(error.minor_code) + ", resource " + std::to_string(error.resource_id));
 }
@@ -187,6 +186,10 @@ platform::Token Connection::addEventHandler(std::function<void(const xcb_generic
   return handlers_.add(std::move(handler));
 }
 
+platform::Token Connection::addErrorHandler(std::function<void(const xcb_generic_error_t&)> handler) {
+  return errorHandlers_.add(std::move(handler));
+}
+
 bool Connection::hasQueuedEvent() {
   if (!queued_) queued_ = xcb_poll_for_queued_event(get());
   return queued_ != nullptr;
@@ -202,7 +205,11 @@ bool Connection::dispatchPending() {
 }
 
 void Connection::deliver(const xcb_generic_event_t& event) {
-  if (event.response_type == 0) return logError(event);
+  if (event.response_type == 0) {
+    const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
+    logError(error);
+    return errorHandlers_.forEach([&error](const auto& handler) { handler(error); });
+  }
   handlers_.forEach([&event](const auto& handler) { handler(event); });
 }
 

@@ -52,6 +52,7 @@ class Connection {
 
   // Every event goes to every handler, in the order of registration. Errors do not.
   platform::Token addEventHandler(std::function<void(const xcb_generic_event_t&)> handler);
+  platform::Token addErrorHandler(std::function<void(const xcb_generic_error_t&)> handler);
 
   // Hands on everything that has arrived and returns whether there was anything. Never waits.
   bool dispatchPending();
@@ -77,6 +78,7 @@ class Connection {
   std::uint32_t rootEvents_ = 0;
   xcb_generic_event_t* queued_ = nullptr;
   platform::HandlerList<void(const xcb_generic_event_t&)> handlers_;
+  platform::HandlerList<void(const xcb_generic_error_t&)> errorHandlers_;
 };
 
 }  // namespace hushpane::x11

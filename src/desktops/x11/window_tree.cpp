@@ -1,0 +1,203 @@
+#include "desktops/x11/window_tree.h"
+
+#include <utility>
+
+#include "desktops/x11/xcb_handle.h"
+
+namespace hushpane::x11 {
+
+namespace {
+constexpr std::uint32_t longestClientList = 4096;
+constexpr int deepestFrame = 8;  // windows between a frame and the application's window
+}  // namespace
+
+WindowTree::WindowTree(Connection& connection)
+    : connection_(connection), factsReader_(connection), model_(connection.root()) {
+  connection_.selectRootEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+  events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
+}
+
+void WindowTree::changed() {
+  ++revision_;
+  hasUnread_ = true;
+  handlers_.forEach([](const auto& handler) { handler(); });
+}
+
+// Events from before the order was read are already part of it.
+bool WindowTree::isOlder(const xcb_generic_event_t& event) const {
+  return static_cast<std::int32_t>(event.full_sequence - orderSequence_) < 0;
+}
+
+void WindowTree::handle(const xcb_generic_event_t& event) {
+  const int type = event.response_type & 0x7f;
+  if (type == XCB_PROPERTY_NOTIFY) return handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+  if (!isOrderKnown_ || isOlder(event)) return;
+  if (type == XCB_REPARENT_NOTIFY) {
+    frameOfClient_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
+    areClientsKnown_ = false;
+  }
+  if (type == XCB_DESTROY_NOTIFY) {
+    const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+    frameOfClient_.erase(window);
+    watched_.erase(window);
+  }
+  if (model_.apply(event)) changed();
+}
+
+void WindowTree::handleProperty(const xcb_property_notify_event_t& event) {
+  if (event.window == connection_.root()) {
+    if (event.atom != connection_.atom("_NET_CLIENT_LIST")) return;
+    areClientsKnown_ = false;
+    return changed();
+  }
+  if (!factsReader_.isRelevant(event.atom)) return;
+  for (auto& entry : model_.entries()) {
+    if (entry.id != event.window && entry.client != event.window) continue;
+    if (entry.isOwn) return;
+    entry.hasFacts = false;
+    return changed();
+  }
+}
+
+const std::vector<StackEntry>& WindowTree::entries() {
+  if (!hasUnread_) return model_.entries();
+  hasUnread_ = false;
+  if (!isOrderKnown_) readOrder();
+  for (auto& entry : model_.entries()) entry.isOwn = own_.contains(entry.id);
+  readAttributes();
+  if (!areClientsKnown_) readClients();
+  assignClients();
+  readFacts();
+  return model_.entries();
+}
+
+void WindowTree::readOrder() {
+  const auto cookie = xcb_query_tree(connection_.get(), connection_.root());
+  const Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(connection_.get(), cookie, nullptr));
+  if (!reply) return;
+  isOrderKnown_ = true;
+  orderSequence_ = cookie.sequence;
+  model_.setOrder(xcb_query_tree_children(reply.get()), xcb_query_tree_children_length(reply.get()));
+  for (auto& entry : model_.entries()) entry.hasAttributes = false;
+}
+
+void WindowTree::readAttributes() {
+  struct Request {
+    xcb_window_t window;
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_geometry_cookie_t geometry;
+  };
+  std::vector<Request> requests;
+  auto* const server = connection_.get();
+  const auto& entries = std::as_const(model_).entries();
+  for (const auto& entry : entries) {
+    const bool isUnneeded = !entry.isMapped && !entry.bounds.isEmpty();
+    if (entry.hasAttributes || isUnneeded) continue;
+    requests.push_back({entry.id, xcb_get_window_attributes(server, entry.id), xcb_get_geometry(server, entry.id)});
+  }
+  for (const auto& request : requests) {
+    const Reply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(server, request.attributes, nullptr));
+    const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(server, request.geometry, nullptr));
+    auto* const entry = model_.find(request.window);
+    entry->hasAttributes = true;
+    entry->isInputOnly = !attributes || attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
+    if (!attributes || !geometry) continue;
+    entry->visual = attributes->visual;
+    entry->isOverrideRedirect = attributes->override_redirect != 0;
+    entry->isMapped = attributes->map_state != XCB_MAP_STATE_UNMAPPED;
+    entry->border = geometry->border_width;
+    entry->bounds = {geometry->x, geometry->y, geometry->width + 2 * geometry->border_width,
+                     geometry->height + 2 * geometry->border_width};
+  }
+}
+
+void WindowTree::readClients() {
+  areClientsKnown_ = true;
+  const auto cookie = xcb_get_property(connection_.get(), 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST"),
+                                       XCB_ATOM_WINDOW, 0, longestClientList);
+  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+  if (!reply || reply->format != 32) return;
+  const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+  std::map<xcb_window_t, xcb_window_t> known;
+  std::vector<xcb_window_t> unknown;
+  for (const auto* client = first; client != first + reply->value_len; ++client) {
+    if (const auto found = frameOfClient_.find(*client); found != frameOfClient_.end())
+      known.insert(*found);
+    else
+      unknown.push_back(*client);
+  }
+  frameOfClient_ = std::move(known);
+  resolveFrames(std::move(unknown));
+}
+
+// Walks up from all clients at once, one wait for the server a level.
+void WindowTree::resolveFrames(std::vector<xcb_window_t> clients) {
+  struct Walk {
+    xcb_window_t client;
+    xcb_window_t at;
+    xcb_query_tree_cookie_t cookie{};
+  };
+  std::vector<Walk> walks;
+  for (const auto client : clients) walks.push_back({client, client});
+  for (int level = 0; level < deepestFrame && !walks.empty(); ++level) {
+    for (auto& walk : walks) walk.cookie = xcb_query_tree(connection_.get(), walk.at);
+    std::vector<Walk> rest;
+    for (const auto& walk : walks) {
+      const Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(connection_.get(), walk.cookie, nullptr));
+      if (!reply) continue;
+      if (reply->parent == connection_.root())
+        frameOfClient_[walk.client] = walk.at;
+      else if (reply->parent != XCB_WINDOW_NONE)
+        rest.push_back({walk.client, reply->parent});
+    }
+    walks = std::move(rest);
+  }
+}
+
+void WindowTree::assignClients() {
+  std::map<xcb_window_t, xcb_window_t> clientOfFrame;
+  for (const auto& [client, frame] : frameOfClient_) clientOfFrame[frame] = client;
+  for (auto& entry : model_.entries()) {
+    const auto found = clientOfFrame.find(entry.id);
+    const xcb_window_t client = found == clientOfFrame.end() ? xcb_window_t{XCB_WINDOW_NONE} : found->second;
+    if (std::exchange(entry.client, client) != client) entry.hasFacts = false;
+  }
+}
+
+void WindowTree::readFacts() {
+  std::vector<StackEntry*> missing;
+  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  for (auto& entry : model_.entries()) {
+    if (entry.hasFacts || !entry.isVisible() || entry.isOwn) continue;
+    for (const auto window : {entry.id, entry.client})
+      if (window != XCB_WINDOW_NONE && watched_.insert(window).second)
+        xcb_change_window_attributes(connection_.get(), window, XCB_CW_EVENT_MASK, &mask);
+    missing.push_back(&entry);
+  }
+  if (!missing.empty()) factsReader_.read(missing);
+}
+
+const StackEntry* WindowTree::topLevelOf(xcb_window_t window) {
+  const auto& known = entries();
+  for (const auto& entry : known)
+    if (window != XCB_WINDOW_NONE && (entry.id == window || entry.client == window)) return &entry;
+  return nullptr;
+}
+
+std::optional<std::int32_t> WindowTree::pidOf(xcb_window_t window) {
+  const auto* entry = topLevelOf(window);
+  if (entry && entry->hasFacts && entry->clientOrSelf() == window) return entry->facts.pid;
+  return factsReader_.readPid(window);
+}
+
+void WindowTree::expectAbove(xcb_window_t window, xcb_window_t sibling) {
+  if (model_.moveAbove(window, sibling)) ++revision_;
+}
+
+void WindowTree::distrustOrder() {
+  isOrderKnown_ = false;
+  changed();
+}
+
+}  // namespace hushpane::x11

@@ -1,0 +1,85 @@
+#include "desktops/x11/workspace.h"
+
+#include <string_view>
+
+#include "desktops/x11/xcb_handle.h"
+
+namespace hushpane::x11 {
+
+namespace {
+
+// Window managers name no active window for a moment while they switch from one to another.
+constexpr double secondsBetweenWindows = 0.1;
+constexpr std::uint32_t longestName = 64;  // words
+
+}  // namespace
+
+Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree)
+    : connection_(connection), queue_(queue), tree_(tree) {
+  connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
+  events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
+  activeWindow_ = rootValue("_NET_ACTIVE_WINDOW").value_or(XCB_WINDOW_NONE);
+  currentWorkspace_ = rootValue("_NET_CURRENT_DESKTOP");
+}
+
+void Workspace::handle(const xcb_generic_event_t& event) {
+  if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
+  const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+  if (property.window != connection_.root()) return;
+  if (property.atom == connection_.atom("_NET_ACTIVE_WINDOW")) readActiveWindow();
+  if (property.atom == connection_.atom("_NET_CURRENT_DESKTOP")) readCurrentWorkspace();
+}
+
+void Workspace::readActiveWindow() {
+  const auto window = rootValue("_NET_ACTIVE_WINDOW").value_or(XCB_WINDOW_NONE);
+  deactivation_.reset();
+  if (window == activeWindow_) return;
+  if (window != XCB_WINDOW_NONE) return activate(window);
+  deactivation_ = queue_.after(secondsBetweenWindows, [this] { activate(XCB_WINDOW_NONE); });
+}
+
+void Workspace::activate(xcb_window_t window) {
+  activeWindow_ = window;
+  frontmost_.reset();
+  center_.post(platform::notification::didActivateApplication);
+}
+
+void Workspace::readCurrentWorkspace() {
+  const auto current = rootValue("_NET_CURRENT_DESKTOP");
+  if (current == currentWorkspace_) return;
+  currentWorkspace_ = current;
+  center_.post(platform::notification::activeSpaceDidChange);
+}
+
+std::optional<platform::RunningApplication> Workspace::frontmostApplication() {
+  if (activeWindow_ == XCB_WINDOW_NONE) return std::nullopt;
+  if (!frontmost_) {
+    if (const auto pid = tree_.pidOf(activeWindow_))
+      frontmost_ = platform::RunningApplication{*pid, nameOf(activeWindow_)};
+  }
+  return frontmost_;
+}
+
+// The class part of WM_CLASS, which follows the instance part and its terminator.
+std::string Workspace::nameOf(xcb_window_t window) {
+  const auto cookie =
+      xcb_get_property(connection_.get(), 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, longestName);
+  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+  if (!reply) return {};
+  const std::string_view both(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                              static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+  const auto separator = both.find('\0');
+  if (separator == std::string_view::npos) return std::string(both);
+  const auto rest = both.substr(separator + 1);
+  return std::string(rest.substr(0, rest.find('\0')));
+}
+
+std::optional<std::uint32_t> Workspace::rootValue(std::string_view name) {
+  const auto cookie =
+      xcb_get_property(connection_.get(), 0, connection_.root(), connection_.atom(name), XCB_ATOM_ANY, 0, 1);
+  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
+  if (!reply || reply->format != 32 || reply->value_len < 1) return std::nullopt;
+  return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+}
+
+}  // namespace hushpane::x11

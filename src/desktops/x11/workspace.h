@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include "desktops/x11/connection.h"
+#include "desktops/x11/window_tree.h"
+#include "platform/main_queue.h"
+#include "platform/workspace.h"
+
+namespace hushpane::x11 {
+
+// The active window and workspace as the window manager publishes them (EWMH).
+class Workspace : public platform::Workspace {
+ public:
+  Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree);
+
+  std::optional<platform::RunningApplication> frontmostApplication() override;
+  platform::NotificationCenter& notificationCenter() override { return center_; }
+
+  xcb_window_t activeWindow() const { return activeWindow_; }
+  // Nothing when the window manager does not tell.
+  std::optional<std::uint32_t> currentWorkspace() const { return currentWorkspace_; }
+
+ private:
+  void handle(const xcb_generic_event_t& event);
+  void readActiveWindow();
+  void activate(xcb_window_t window);
+  void readCurrentWorkspace();
+  std::optional<std::uint32_t> rootValue(std::string_view name);
+  std::string nameOf(xcb_window_t window);
+
+  Connection& connection_;
+  platform::MainQueue& queue_;
+  WindowTree& tree_;
+  platform::NotificationCenter center_;
+  xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
+  std::optional<platform::RunningApplication> frontmost_;
+  std::optional<std::uint32_t> currentWorkspace_;
+  platform::WorkItem deactivation_;
+  platform::Token events_;
+};
+
+}  // namespace hushpane::x11
