@@ -1,5 +1,7 @@
 #include "tests/x11/desktop.h"
 
+#include <algorithm>
+
 #include "tests/x11/screenshot.h"
 
 namespace hushpane::x11_tests {
@@ -30,7 +32,7 @@ Desktop::Desktop() : logs_(home_.path() / "logs"), environment_(homeEnvironment(
   x_ = std::make_unique<XConnection>(server_->display());
   windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
   runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", "screen"});
-  setRightMonitor(true);
+  plugInRightMonitor();
   runTool({"xsetroot", "-solid", "#6080a0"});
   const auto open = [&](const Terminal::Look& look) {
     return std::make_unique<Terminal>(look, environment_, logs_, *x_);
@@ -51,8 +53,15 @@ void Desktop::startCompositor() {
   compositor_ = std::make_unique<Compositor>(environment_, logs_, *x_);
 }
 
-void Desktop::stopCompositor() {
+void Desktop::killCompositor(int signal) {
+  compositor_->signal(signal);
+  waitUntil([this] { return !Compositor::isRunning(*x_); });
   compositor_.reset();
+}
+
+void Desktop::restartWindowManager() {
+  windowManager_.reset();
+  windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
 }
 
 std::unique_ptr<ClientWindow> Desktop::openWindow(ClientWindow::Look look) {
@@ -64,16 +73,25 @@ void Desktop::activate(xcb_window_t window) {
   if (!waitUntil([&] { return x_->activeWindow() == window; })) throw std::runtime_error("a window stays in the back");
 }
 
-void Desktop::click(Point point) {
-  runTool({"xdotool", "mousemove", std::to_string(int(point.x)), std::to_string(int(point.y)), "click", "1"});
+void Desktop::moveTo(Point point) {
+  runTool({"xdotool", "mousemove", std::to_string(int(point.x)), std::to_string(int(point.y))});
 }
 
-void Desktop::setRightMonitor(bool connected) {
-  if (connected) {
-    runTool({"xrandr", "--setmonitor", "RIGHT", "800/210x1080/290+1120+0", "none"});
-  } else {
-    runTool({"xrandr", "--delmonitor", "RIGHT"});
-  }
+void Desktop::click(Point point) {
+  moveTo(point);
+  runTool({"xdotool", "click", "1"});
+}
+
+void Desktop::keyboard(const std::string& action, const std::string& keys) {
+  runTool({"xdotool", action, keys});
+}
+
+void Desktop::plugInRightMonitor() {
+  runTool({"xrandr", "--setmonitor", "RIGHT", "800/210x1080/290+1120+0", "none"});
+}
+
+void Desktop::unplugRightMonitor() {
+  runTool({"xrandr", "--delmonitor", "RIGHT"});
 }
 
 SettingsFile Desktop::settings() const {
@@ -92,21 +110,38 @@ void Desktop::chooseMode(const std::string& mode, const std::string& surface, Se
   settings().write(more);
 }
 
-void Desktop::startHushpane(const std::vector<std::string>& arguments) {
-  untouched_ = x_->capture();
-  std::filesystem::remove(sharedFile().path());
+std::unique_ptr<Process> Desktop::spawn(const std::vector<std::string>& arguments) const {
   std::vector<std::string> command{HUSHPANE_BINARY};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  hushpane_ = std::make_unique<Process>(command, environment_, logs_);
-  if (!waitUntil([this] { return sharedFile().value("hushpane.userMode").has_value(); })) {
+  return std::make_unique<Process>(command, environment_, logs_);
+}
+
+// The program has begun when it has published its mode.
+void Desktop::startHushpane(const std::vector<std::string>& arguments) {
+  const auto lastPublished = [file = sharedFile().path()] {
+    std::error_code missing;
+    return std::filesystem::last_write_time(file, missing);
+  };
+  const auto before = lastPublished();
+  untouched_ = x_->capture();
+  hushpane_ = spawn(arguments);
+  if (!waitUntil([&] { return lastPublished() != before; })) {
     throw std::runtime_error("hushpane did not start: " + hushpane_->errors());
   }
 }
 
-std::optional<int> Desktop::startAnother(const std::vector<std::string>& arguments) {
-  std::vector<std::string> command{HUSHPANE_BINARY};
-  command.insert(command.end(), arguments.begin(), arguments.end());
-  return Process(command, environment_, logs_).wait();
+std::unique_ptr<Process> Desktop::runHushpane(const std::vector<std::string>& arguments) {
+  auto process = spawn(arguments);
+  process->wait();
+  return process;
+}
+
+testing::AssertionResult Desktop::entersMode(const std::string& mode) const {
+  std::optional<std::string> seen;
+  if (waitUntil([&] { return (seen = sharedFile().value("hushpane.userMode")) == mode; })) {
+    return testing::AssertionSuccess();
+  }
+  return testing::AssertionFailure() << "the mode is " << seen.value_or("absent") << " instead of " << mode;
 }
 
 testing::AssertionResult Desktop::shows(Point point, Pixel pixel, milliseconds limit) const {
@@ -121,9 +156,31 @@ testing::AssertionResult Desktop::keeps(Point point, Pixel pixel, milliseconds t
   return testing::AssertionFailure() << seen << " instead of " << pixel << " at " << point.x << "," << point.y;
 }
 
+testing::AssertionResult Desktop::showsDimExcept(const std::vector<Rect>& clear, double alpha) const {
+  Picture seen;
+  const auto expected = [&](int column, int row) {
+    const Point point{double(column), double(row)};
+    const bool isClear =
+        std::any_of(clear.begin(), clear.end(), [&](const Rect& area) { return area.contains(point); });
+    return isClear ? untouched_.at(column, row) : dimmed(untouched_.at(column, row), alpha);
+  };
+  std::optional<std::pair<int, int>> wrong;
+  const auto findWrong = [&] {
+    for (int row = 0; row < seen.height; ++row) {
+      for (int column = 0; column < seen.width; ++column) {
+        if (!isNear(seen.at(column, row), expected(column, row))) return wrong = {column, row}, true;
+      }
+    }
+    return wrong.reset(), false;
+  };
+  if (waitUntil([&] { return seen = x_->capture(), !findWrong(); })) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << seen.at(wrong->first, wrong->second) << " instead of "
+                                     << expected(wrong->first, wrong->second) << " at " << wrong->first << ','
+                                     << wrong->second;
+}
+
 testing::AssertionResult Desktop::looksUntouched() const {
-  if (waitUntil([this] { return x_->capture() == untouched_; })) return testing::AssertionSuccess();
-  return testing::AssertionFailure() << "the screen differs from what it was before the program started";
+  return showsDimExcept({}, 0);
 }
 
 void Desktop::shot(const std::string& name) const {

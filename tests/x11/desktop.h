@@ -27,21 +27,30 @@ class Desktop : public testing::Test {
   // Spots where nothing but the background is.
   static constexpr Point leftSpot{600, 900};
   static constexpr Point rightSpot{1800, 900};
+  // How dark the dim is at its strengths.
+  static constexpr double subtle = 0.3, balanced = 0.5, strong = 0.7;
 
   Desktop();
 
   // --- the desktop ---
-  Environment environment() const { return environment_; }
+  // What programs of this desktop get to know of it.
+  Environment& environment() { return environment_; }
   void startBus();
   void startCompositor();
-  void stopCompositor();
+  void killCompositor(int signal);
+  void restartWindowManager();
+  const std::filesystem::path& logs() const { return logs_; }
   std::string runTool(const std::vector<std::string>& command) { return run(command, environment_, logs_); }
   // A window of the test's own application.
   std::unique_ptr<ClientWindow> openWindow(ClientWindow::Look look);
   // Brings a window to the front as a task bar does, and waits for it.
   void activate(xcb_window_t window);
+  void moveTo(Point point);
   void click(Point point);
-  void setRightMonitor(bool connected);
+  // One step of a keyboard tool: "keydown alt", "key a", "type text".
+  void keyboard(const std::string& action, const std::string& keys);
+  void plugInRightMonitor();
+  void unplugRightMonitor();
 
   // --- the program ---
   SettingsFile settings() const;
@@ -50,29 +59,36 @@ class Desktop : public testing::Test {
   void chooseMode(const std::string& mode, const std::string& surface = "dim", SettingsValues more = {});
   // Starts the program and waits until it has begun its work.
   void startHushpane(const std::vector<std::string>& arguments = {});
-  // Starts it again beside the first and gives the exit status.
-  std::optional<int> startAnother(const std::vector<std::string>& arguments);
+  // Starts it beside the first, or where it cannot run, and waits until it is over.
+  std::unique_ptr<Process> runHushpane(const std::vector<std::string>& arguments);
   // Asks it to end.
   std::optional<int> stopHushpane() { return hushpane_->terminate(); }
   Process& hushpane() { return *hushpane_; }
-  bool isMode(const std::string& mode) const { return sharedFile().value("hushpane.userMode") == mode; }
+  testing::AssertionResult entersMode(const std::string& mode) const;
+  // How many switches the program has counted.
+  int switchCount() const { return std::stoi(settings().value("hushpane.reviewSwitchCount").value_or("0")); }
 
   // --- what people see ---
   // Whether the spot comes to show the pixel, and what it shows where it does not.
   testing::AssertionResult shows(Point point, Pixel pixel, milliseconds limit = patience) const;
   // Whether the spot shows the pixel from now on for a while.
   testing::AssertionResult keeps(Point point, Pixel pixel, milliseconds time) const;
-  // Whether the desktop comes to look as if the program did not run.
+  // Whether the whole screen comes to look as it did before the start, beneath black of that alpha but for some areas.
+  testing::AssertionResult showsDimExcept(const std::vector<Rect>& clear, double alpha = balanced) const;
+  // Whether the whole screen comes to look as if the program did not run.
   testing::AssertionResult looksUntouched() const;
+  // Saves a picture for people who ask for it.
   void shot(const std::string& name) const;
 
-  XConnection& x() { return *x_; }
+  const XConnection& x() const { return *x_; }
   const std::string& display() const { return server_->display(); }
 
  private:
   TemporaryFolder home_;
   const std::filesystem::path logs_;
   Environment environment_;
+
+  std::unique_ptr<Process> spawn(const std::vector<std::string>& arguments) const;
 
  protected:
   std::unique_ptr<XServer> server_;

@@ -14,12 +14,6 @@
 namespace hushpane::x11_tests {
 namespace {
 
-std::string contents(const std::filesystem::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file).rdbuf();
-  return text.str();
-}
-
 std::string findProgram(const std::string& name, const Environment& environment) {
   if (name.find('/') != std::string::npos) return name;
   std::istringstream folders(environment.at("PATH"));
@@ -37,6 +31,12 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 }
 
 }  // namespace
+
+std::string contents(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
 
 Process::Process(const std::vector<std::string>& command, const Environment& environment,
                  const std::filesystem::path& folder)

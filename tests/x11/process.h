@@ -49,6 +49,9 @@ class Process {
   std::optional<int> status_;
 };
 
+// All bytes of a file, none when it cannot be read.
+std::string contents(const std::filesystem::path& file);
+
 // Runs a program to its end and gives what it printed; throws when it fails.
 std::string run(const std::vector<std::string>& command, const Environment& environment,
                 const std::filesystem::path& folder);

@@ -10,6 +10,8 @@
 #include <sstream>
 #include <string>
 
+#include "tests/x11/process.h"
+
 namespace hushpane::x11_tests {
 
 // A property list as people edit it: keys with values in XML.
@@ -45,11 +47,7 @@ class SettingsFile {
     std::filesystem::rename(fresh, path_);
   }
 
-  std::string bytes() const {
-    std::ostringstream text;
-    text << std::ifstream(path_, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  std::string bytes() const { return contents(path_); }
 
   // The text or the decimal number under a key; nothing when there is none.
   std::optional<std::string> value(const std::string& key) const {

@@ -32,7 +32,7 @@ class Terminal {
   // A place in the lower left corner where no text is.
   Point spot() const { return {bounds().x + 20, bounds().bottom() - 20}; }
   // All lines that came in from the keyboard so far.
-  std::filesystem::path typedFile() const { return typedFile_; }
+  std::string typed() const { return contents(typedFile_); }
 
  private:
   std::vector<std::string> command() const {

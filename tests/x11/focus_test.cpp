@@ -1,0 +1,115 @@
+#include "tests/x11/both_ways.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+class Focus : public BothWays {};
+HUSHPANE_RUN_BOTH_WAYS(Focus);
+
+constexpr Pixel white{0xf0f0f0};
+
+TEST_P(Focus, LeavesExactlyTheFrontWindowWithItsFrame) {
+  chooseMode("focus");
+  startHushpane();
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  shot("focus-dim-" + wayName());
+}
+
+TEST_P(Focus, BlursTheOtherWindows) {
+  chooseMode("focus", "blur");
+  startHushpane();
+  // Across the lower edge of the green window, from the window to the background.
+  const Rect frame = green_->frameBounds();
+  const auto green = [&](double row) { return x().pixel({green_->spot().x, row}).green(); };
+  EXPECT_TRUE(waitUntil([&] {
+    return green(frame.bottom() - 40) > green(frame.bottom()) + 1 &&
+           green(frame.bottom()) > green(frame.bottom() + 40) + 1;
+  }));
+  EXPECT_TRUE(shows(red_->spot(), red_->color()));
+  shot("focus-blur-" + wayName());
+}
+
+TEST_P(Focus, LeavesWhatStandsAboveTheFrontWindow) {
+  const auto dock = openWindow({{0, 1040, 1120, 40}, white, "_NET_WM_WINDOW_TYPE_DOCK"});
+  const auto application = openWindow({{500, 500, 300, 200}, {0x906030}});
+  activate(application->window());
+  const auto menu = openWindow({{600, 550, 350, 300}, white, "_NET_WM_WINDOW_TYPE_POPUP_MENU", true});
+  chooseMode("focus");
+  startHushpane();
+  EXPECT_TRUE(showsDimExcept({application->bounds(), menu->bounds(), dock->bounds()}));
+  shot("focus-menu-dock-" + wayName());
+}
+
+TEST_P(Focus, PopupsNeverCoverTheirOwner) {
+  const auto application = openWindow({{500, 500, 300, 200}, {0x906030}});
+  activate(application->window());
+  chooseMode("focus");
+  startHushpane();
+  ASSERT_TRUE(showsDimExcept({application->bounds()}));
+  const Point ownerSpot{510, 510};
+  ScreenWatch watch(display(), {ownerSpot, leftSpot});
+  for (const char* kind : {"POPUP_MENU", "DROPDOWN_MENU", "TOOLTIP", "COMBO"}) {
+    SCOPED_TRACE(kind);
+    const auto popup = openWindow({{560, 560, 350, 250}, white, std::string("_NET_WM_WINDOW_TYPE_") + kind, true});
+    EXPECT_TRUE(shows(popup->spot(), white));
+    EXPECT_TRUE(keeps(popup->spot(), white, 250ms));
+  }
+  int wrongOwner = 0, wrongBackground = 0;
+  for (const auto& look : watch.stop()) {
+    wrongOwner += !isNear(look.pixels[0], application->color());
+    wrongBackground += !isNear(look.pixels[1], dimmed(background, balanced));
+  }
+  EXPECT_EQ(wrongOwner, 0);
+  EXPECT_EQ(wrongBackground, 0);
+}
+
+TEST_P(Focus, CoveredWindowsTakeClicksAndThenTyping) {
+  chooseMode("focus");
+  startHushpane();
+  ASSERT_TRUE(shows(blue_->spot(), dimmed(blue_->color(), balanced)));
+  click(blue_->spot());
+  EXPECT_TRUE(shows(blue_->spot(), blue_->color()));
+  keyboard("type", "into blue\n");
+  EXPECT_TRUE(waitUntil([&] { return blue_->typed() == "into blue\n"; }));
+}
+
+TEST_P(Focus, StaysRightWhileWindowsComeAndGo) {
+  chooseMode("focus");
+  startHushpane();
+  for (int number = 0; number < 150; ++number) {
+    const double at = 20 * (number % 40);
+    const auto window = openWindow({{at, at, 200, 150}, white, "_NET_WM_WINDOW_TYPE_NORMAL", number % 3 == 0});
+  }
+  activate(red_->window());
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  EXPECT_TRUE(hushpane().isRunning());
+}
+
+TEST_P(Focus, FillingAMonitorFreesThatMonitorOnly) {
+  chooseMode("focus");
+  startHushpane();
+  ASSERT_TRUE(showsDimExcept({red_->frameBounds()}));
+  const Rect& right = rightMonitor;
+  const Point margin{right.x + 2, 1078};
+  struct Case {
+    const char* what;
+    Rect bounds;
+    bool fills;
+  };
+  for (const Case& now :
+       {Case{"within 12 points of its size", {1125, 5, 790, 1069}, true},
+        Case{"93 % of its area", {1120, 0, 800, 1005}, true}, Case{"91 % of its area", {1120, 0, 800, 983}, false}}) {
+    SCOPED_TRACE(now.what);
+    const auto window = openWindow({now.bounds, white});
+    activate(window->window());
+    EXPECT_TRUE(shows(margin, now.fills ? background : dimmed(background, balanced)));
+    EXPECT_TRUE(keeps(margin, now.fills ? background : dimmed(background, balanced), 400ms));
+    EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
+    EXPECT_TRUE(shows(red_->spot(), dimmed(red_->color(), balanced)));
+    EXPECT_TRUE(shows(window->spot(), white));
+  }
+  EXPECT_TRUE(shows(margin, dimmed(background, balanced)));
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests

@@ -1,0 +1,108 @@
+#include <xcb/res.h>
+
+#include <csignal>
+
+#include "tests/x11/both_ways.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+class Lifecycle : public BothWays {
+ protected:
+  // The pixmaps that the program keeps on the server (X-Resource 1.2).
+  std::uint32_t pixmaps() {
+    xcb_res_client_id_spec_t everyone{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const auto ids =
+        own(xcb_res_query_client_ids_reply(x().get(), xcb_res_query_client_ids(x().get(), 1, &everyone), nullptr));
+    std::uint32_t count = 0;
+    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem; xcb_res_client_id_value_next(&id)) {
+      if (pid_t(*xcb_res_client_id_value_value(id.data)) == hushpane().pid()) count += pixmapsOf(id.data->spec.client);
+    }
+    return count;
+  }
+
+ private:
+  std::uint32_t pixmapsOf(std::uint32_t client) {
+    const auto resources = own(
+        xcb_res_query_client_resources_reply(x().get(), xcb_res_query_client_resources(x().get(), client), nullptr));
+    std::uint32_t count = 0;
+    for (auto type = xcb_res_query_client_resources_types_iterator(resources.get()); type.rem;
+         xcb_res_type_next(&type)) {
+      if (type.data->resource_type == x().atom("PIXMAP")) count += type.data->count;
+    }
+    return count;
+  }
+};
+HUSHPANE_RUN_BOTH_WAYS(Lifecycle);
+
+TEST_P(Lifecycle, EndLeavesTheScreenAsItWas) {
+  for (const char* surface : {"dim", "blur", "wallpaper"}) {
+    SCOPED_TRACE(surface);
+    chooseMode("focus", surface);
+    startHushpane();
+    EXPECT_TRUE(waitUntil([this] { return !isNear(x().pixel(leftSpot), background, 10); }));
+    hushpane().signal(SIGTERM);
+    EXPECT_EQ(hushpane().wait(), 0);
+    EXPECT_TRUE(looksUntouched());
+    EXPECT_EQ(hushpane().output() + hushpane().errors(), "");
+  }
+}
+
+TEST_P(Lifecycle, StandardModeKeepsNoPixmapOnTheServer) {
+  startBus();
+  for (const char* surface : {"dim", "blur", "wallpaper"}) {
+    SCOPED_TRACE(surface);
+    chooseMode("focus", surface);
+    startHushpane();
+    EXPECT_TRUE(waitUntil([this] { return !isNear(x().pixel(leftSpot), background, 10); }));
+    runHushpane({"hushpane://mode/standard"});
+    EXPECT_TRUE(looksUntouched());
+    EXPECT_TRUE(waitUntil([this] { return pixmaps() == 0; })) << pixmaps() << " pixmaps";
+    stopHushpane();
+  }
+}
+
+TEST_P(Lifecycle, EndsQuietlyWithTheServer) {
+  chooseMode("focus");
+  startHushpane();
+  ASSERT_TRUE(shows(leftSpot, dimmed(background, balanced)));
+  server_->terminate();
+  const auto status = hushpane().wait();
+  ASSERT_TRUE(status.has_value()) << "still running";
+  EXPECT_LE(*status, 1);
+  EXPECT_EQ(hushpane().output() + hushpane().errors(), "");
+}
+
+// What people read when the program cannot start.
+class StartUp : public Desktop {
+ protected:
+  void expectOneLine(const std::vector<std::string>& arguments, int status, const std::string& naming) {
+    const auto process = runHushpane(arguments);
+    EXPECT_EQ(process->wait(0ms), status);
+    EXPECT_EQ(process->output(), "");
+    const std::string line = process->errors();
+    EXPECT_EQ(line.find('\n') + 1, line.size()) << line;
+    EXPECT_NE(line.find(naming), std::string::npos) << line;
+  }
+};
+
+TEST_F(StartUp, WithoutADisplaySaysSoInOneLine) {
+  environment().erase("DISPLAY");
+  expectOneLine({}, 1, "display");
+  environment()["DISPLAY"] = ":64321";
+  expectOneLine({}, 1, ":64321");
+}
+
+TEST_F(StartUp, OnWaylandAloneAsksForAnX11Session) {
+  environment().erase("DISPLAY");
+  environment()["WAYLAND_DISPLAY"] = "wayland-0";
+  environment()["XDG_SESSION_TYPE"] = "wayland";
+  expectOneLine({}, 1, "X11");
+}
+
+TEST_F(StartUp, UnknownOptionIsNamed) {
+  expectOneLine({"--no-such-option"}, 2, "--no-such-option");
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests

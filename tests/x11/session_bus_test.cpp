@@ -1,0 +1,111 @@
+#include "tests/x11/desktop.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+// The program on a session bus.
+class OnTheBus : public Desktop {
+ protected:
+  OnTheBus() { startBus(); }
+
+  // Starts the program and waits until others can reach it.
+  void startReachable(const std::vector<std::string>& arguments = {}) {
+    startHushpane(arguments);
+    EXPECT_TRUE(waitUntil([this] {
+      return runTool({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                      "org.freedesktop.DBus.NameHasOwner", "string:com.corvane.Hushpane"})
+                 .find("true") != std::string::npos;
+    }));
+  }
+
+  // What the desktop widget does when its user picks a mode.
+  void widgetAsksFor(const char* mode) {
+    sharedFile().write({{"hushpane.userMode", xml(mode)}, {"hushpane.language", xml("de")}});
+    runTool(
+        {"dbus-send", "--session", "--type=signal", "/com/corvane/Hushpane", "com.corvane.Hushpane.widgetModeChange"});
+  }
+
+  void expectHandedOver(const std::vector<std::string>& arguments) {
+    const auto second = runHushpane(arguments);
+    EXPECT_EQ(second->wait(0ms), 0);
+    EXPECT_EQ(second->output() + second->errors(), "");
+    EXPECT_TRUE(hushpane().isRunning());
+  }
+};
+
+TEST_F(OnTheBus, SecondStartHandsItsUrlsToTheFirst) {
+  chooseMode("standard");
+  startReachable();
+  expectHandedOver({"hushpane://mode/focus"});
+  EXPECT_TRUE(entersMode("focus"));
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  EXPECT_EQ(settings().value("hushpane.lastUserMode"), "focus");
+  expectHandedOver({"hushpane://mode/focus", "hushpane://mode/anything/cleanDesktop?x=1"});
+  EXPECT_TRUE(entersMode("cleanDesktop"));
+  EXPECT_EQ(switchCount(), 3);
+  expectHandedOver({});
+  EXPECT_EQ(switchCount(), 3);
+}
+
+TEST_F(OnTheBus, WrongUrlsChangeNothing) {
+  chooseMode("standard");
+  startReachable();
+  expectHandedOver({"hushpane://mode/Focus", "hushpane://modes/focus", "HUSHPANE://mode/focus",
+                    "hushpane://mode/reveal", "hushpane://mode", "hushpane://mode/", "hushpane:focus", "hushpane://",
+                    "http://mode/focus", "focus", "", "hushpane://mode/focus/nonsense", "hushpane://mode/%zz",
+                    std::string(5000, 'x')});
+  expectHandedOver({"hushpane://mode/cleanDesktop"});
+  EXPECT_TRUE(entersMode("cleanDesktop"));
+  EXPECT_EQ(switchCount(), 1);
+}
+
+TEST_F(OnTheBus, WidgetSwitchesTheMode) {
+  chooseMode("standard");
+  startReachable();
+  Process monitor({"dbus-monitor", "--session", "--profile", "interface='com.corvane.Hushpane'"}, environment(),
+                  logs());
+  EXPECT_TRUE(waitUntil([&] { return monitor.output().find("NameAcquired") != std::string::npos; }));
+  for (const char* ignored : {"standard", "reveal", "Focus", ""}) widgetAsksFor(ignored);
+  widgetAsksFor("focus");
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  EXPECT_TRUE(waitUntil([this] { return settings().value("hushpane.lastUserMode") == "focus"; }));
+  EXPECT_TRUE(waitUntil([this] { return switchCount() == 1; }));
+  EXPECT_EQ(sharedFile().value("hushpane.userMode"), "focus");
+  EXPECT_EQ(sharedFile().value("hushpane.language"), "de") << "what others wrote there stays";
+  const auto reloads = [&] {
+    const std::string seen = monitor.output();
+    std::size_t count = 0;
+    for (auto at = seen.find("reloadAllTimelines"); at != std::string::npos;
+         at = seen.find("reloadAllTimelines", at + 1)) {
+      ++count;
+    }
+    return count;
+  };
+  EXPECT_TRUE(waitUntil([&] { return reloads() == 1; }));
+}
+
+TEST_F(OnTheBus, SurvivesTheEndOfTheBus) {
+  chooseMode("cleanDesktop");
+  startReachable();
+  ASSERT_TRUE(shows(leftSpot, dimmed(background, balanced)));
+  bus_->terminate();
+  EXPECT_TRUE(keeps(leftSpot, dimmed(background, balanced), 500ms));
+  keyboard("keydown", "alt");
+  EXPECT_TRUE(shows(leftSpot, background));
+  keyboard("keyup", "alt");
+  EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
+  EXPECT_EQ(stopHushpane(), 0);
+}
+
+TEST_F(Desktop, WorksWithoutABus) {
+  environment()["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere/bus";
+  chooseMode("standard");
+  startHushpane({"hushpane://mode/focus"});
+  EXPECT_TRUE(entersMode("focus"));
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  EXPECT_EQ(stopHushpane(), 0);
+  EXPECT_EQ(hushpane().errors(), "");
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests
