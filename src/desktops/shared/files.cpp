@@ -21,7 +21,7 @@ std::int64_t nanoseconds(const timespec& time) {
 }
 
 FileStamp stampFrom(const struct stat& status) {
-  return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
+  return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim)};
 }
 
 bool writeAll(int descriptor, std::string_view bytes) {
@@ -62,9 +62,11 @@ class PassingFile {
   }
 
   // Some file systems report a full disk only when the file is closed.
-  bool fill(std::string_view bytes, const struct stat* old) {
-    if (!exists_ || (old && fchmod(descriptor_.get(), old->st_mode & 07777) != 0)) return false;
-    return writeAll(descriptor_.get(), bytes) && descriptor_.close();
+  std::optional<FileStamp> fill(std::string_view bytes, const struct stat* old) {
+    if (!exists_ || (old && fchmod(descriptor_.get(), old->st_mode & 07777) != 0)) return std::nullopt;
+    struct stat status {};
+    if (!writeAll(descriptor_.get(), bytes) || fstat(descriptor_.get(), &status) != 0) return std::nullopt;
+    return descriptor_.close() ? std::optional(stampFrom(status)) : std::nullopt;
   }
 
   bool moveTo(const std::filesystem::path& target) {
@@ -97,6 +99,10 @@ std::optional<FileContents> readFile(const std::filesystem::path& file, std::siz
   return FileContents{std::move(*bytes), stampFrom(status)};
 }
 
+bool isPlainFileName(std::string_view name) {
+  return !name.empty() && name.front() != '.' && name.find_first_of(std::string_view("/\0", 2)) == name.npos;
+}
+
 std::optional<std::filesystem::path> followLinks(std::filesystem::path file) {
   for (int link = 0; link < mostLinks; ++link) {
     std::error_code error;
@@ -107,14 +113,15 @@ std::optional<std::filesystem::path> followLinks(std::filesystem::path file) {
   return std::nullopt;
 }
 
-bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
+std::optional<FileStamp> replaceFile(const std::filesystem::path& file, std::string_view bytes) {
   const auto target = followLinks(file);
-  if (!target) return false;
+  if (!target) return std::nullopt;
   struct stat status {};
   const bool exists = stat(target->c_str(), &status) == 0;
-  if (exists && !S_ISREG(status.st_mode)) return false;
+  if (exists && !S_ISREG(status.st_mode)) return std::nullopt;
   PassingFile passing(*target);
-  return passing.fill(bytes, exists ? &status : nullptr) && passing.moveTo(*target);
+  const auto stamp = passing.fill(bytes, exists ? &status : nullptr);
+  return stamp && passing.moveTo(*target) ? stamp : std::nullopt;
 }
 
 }  // namespace hushpane::desktops

@@ -15,7 +15,6 @@ struct FileStamp {
   std::uint64_t inode = 0;
   std::int64_t size = 0;
   std::int64_t modified = 0;  // nanoseconds since 1970
-  std::int64_t changed = 0;   // of the file's attributes; nanoseconds since 1970
   bool operator==(const FileStamp&) const = default;
 };
 
@@ -31,13 +30,17 @@ struct FileContents {
 // process, as opening a pipe would.
 std::optional<FileContents> readFile(const std::filesystem::path& file, std::size_t limit);
 
+// True for a name that stays in its folder and is not hidden.
+bool isPlainFileName(std::string_view name);
+
 // Where the file really is: the end of its symbolic links, also when there is no file there yet. Nothing when the links
 // form a loop.
 std::optional<std::filesystem::path> followLinks(std::filesystem::path file);
 
-// Replaces the file by one with these bytes in a single step, so that every reader sees the old or the new file; false
-// leaves the old one. A symbolic link stays and its target is replaced; the permissions of the old file are kept, a new
-// one is private. Waits for no disk: after a power cut the file system's own order of writes decides.
-bool replaceFile(const std::filesystem::path& file, std::string_view bytes);
+// Replaces the file by one with these bytes in a single step, so that every reader sees the old or the new file, and
+// gives the stamp of the new one; nothing when the old one had to stay. A symbolic link stays and its target is
+// replaced; the permissions of the old file are kept, a new one is private. Waits for no disk: after a power cut the
+// file system's own order of writes decides.
+std::optional<FileStamp> replaceFile(const std::filesystem::path& file, std::string_view bytes);
 
 }  // namespace hushpane::desktops

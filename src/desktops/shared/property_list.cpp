@@ -42,7 +42,7 @@ std::optional<platform::Dictionary> PropertyListFiles::read(const std::filesyste
 }
 
 bool PropertyListFiles::writeXml(const std::filesystem::path& file, const platform::Dictionary& root) {
-  return replaceFile(file, writeXmlPropertyList(root));
+  return replaceFile(file, writeXmlPropertyList(root)).has_value();
 }
 
 }  // namespace hushpane::desktops

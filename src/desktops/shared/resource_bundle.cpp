@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "desktops/shared/files.h"
 #include "desktops/shared/image_file.h"
 
 namespace hushpane::desktops {
@@ -23,7 +24,7 @@ std::filesystem::path resourceFolder(const std::filesystem::path& binary) {
 ResourceBundle::ResourceBundle(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
 platform::ImagePtr ResourceBundle::image(std::string_view name) {
-  if (name.find_first_of(std::string_view("/\0", 2)) != std::string_view::npos) return nullptr;
+  if (!isPlainFileName(name)) return nullptr;
   auto& kept = images_[std::string(name)];
   if (auto held = kept.lock()) return held;
   platform::ImagePtr image;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "desktops/shared/plist_defaults.h"
+
+namespace hushpane::desktops {
+
+// The sets of settings of one folder: the one named NAME is in NAME.plist.
+class DefaultsFolder {
+ public:
+  // Without a folder all settings last as long as the process.
+  DefaultsFolder(std::optional<std::filesystem::path> folder, platform::MainQueue& queue,
+                 platform::NotificationCenter& center);
+
+  // The same set for the same name, made on first use; null for a name that is no file name.
+  platform::UserDefaults* open(std::string_view name);
+
+ private:
+  std::optional<std::filesystem::path> folder_;
+  platform::MainQueue& queue_;
+  platform::NotificationCenter& center_;
+  std::map<std::string, std::unique_ptr<PlistDefaults>, std::less<>> sets_;
+};
+
+}  // namespace hushpane::desktops

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "platform/property_list.h"
+
+namespace hushpane::desktops {
+
+// One folder for each group, named after it, in the user's data folder.
+class GroupContainer : public platform::SharedContainer {
+ public:
+  // Without a data folder no group has one.
+  explicit GroupContainer(std::optional<std::filesystem::path> dataHome);
+
+  std::optional<std::filesystem::path> url(std::string_view groupIdentifier) override;
+
+ private:
+  std::optional<std::filesystem::path> dataHome_;
+};
+
+}  // namespace hushpane::desktops
