@@ -7,34 +7,18 @@
 namespace hushpane::sim {
 
 namespace {
-
 constexpr std::int32_t ownPid = 100;
-
-// Placeholders until the shared services are there.
-struct NoPropertyLists : platform::PropertyLists {
-  std::optional<platform::Dictionary> read(const std::filesystem::path&) const override { return {}; }
-  bool writeXml(const std::filesystem::path&, const platform::Dictionary&) override { return false; }
-};
-struct NoBookmarks : platform::Bookmarks {
-  std::optional<platform::Data> create(const std::filesystem::path&) const override { return {}; }
-  std::optional<std::filesystem::path> resolve(const platform::Data&) const override { return {}; }
-};
-struct NoBundle : platform::Bundle {
-  platform::ImagePtr image(std::string_view) override { return {}; }
-};
-
 }  // namespace
 
-SimPlatform::SimPlatform(Storage& storage, std::vector<platform::Screen> screens)
+SimPlatform::SimPlatform(Storage& storage, std::vector<platform::Screen> screens,
+                         const std::filesystem::path& resources)
     : storage_(storage),
       screens_(notificationCenter_, std::move(screens)),
       standardDefaults_(storage.standardDefaults, announceDefaults()),
       sharedContainer_(storage),
       windowList_(windows_, ownPid),
       workspace_(queue_, windows_, ownPid),
-      propertyLists_(std::make_unique<NoPropertyLists>()),
-      bookmarks_(std::make_unique<NoBookmarks>()),
-      bundle_(std::make_unique<NoBundle>()) {
+      bundle_(resources) {
   queue_.setTurnEnded([this] { windows_.commit(); });
 }
 

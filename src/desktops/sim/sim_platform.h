@@ -1,11 +1,13 @@
 #pragma once
 
 #include <map>
-#include <memory>
-#include <set>
 #include <string>
 
+#include "desktops/shared/file_bookmarks.h"
+#include "desktops/shared/property_list.h"
+#include "desktops/shared/resource_bundle.h"
 #include "desktops/sim/sim_application.h"
+#include "desktops/sim/sim_bundle.h"
 #include "desktops/sim/sim_event_monitors.h"
 #include "desktops/sim/sim_frame_clock.h"
 #include "desktops/sim/sim_main_queue.h"
@@ -28,7 +30,8 @@ class SimPlatform : public platform::Platform {
  public:
   static inline const platform::Screen defaultScreen{{0, 0, 1440, 900}, 1, "Built-in Display", 1};
 
-  explicit SimPlatform(Storage& storage, std::vector<platform::Screen> screens = {defaultScreen});
+  explicit SimPlatform(Storage& storage, std::vector<platform::Screen> screens = {defaultScreen},
+                       const std::filesystem::path& resources = desktops::resourceFolder());
   ~SimPlatform() override;
 
   std::int32_t processIdentifier() const override;
@@ -38,10 +41,10 @@ class SimPlatform : public platform::Platform {
   SimNotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
   SimUserDefaults& userDefaults() override { return standardDefaults_; }
   SimUserDefaults* userDefaultsSuite(std::string_view name) override;
-  platform::PropertyLists& propertyLists() override { return *propertyLists_; }
+  platform::PropertyLists& propertyLists() override { return propertyLists_; }
   SimSharedContainer& sharedContainer() override { return sharedContainer_; }
-  platform::Bookmarks& bookmarks() override { return *bookmarks_; }
-  platform::Bundle& bundle() override { return *bundle_; }
+  platform::Bookmarks& bookmarks() override { return bookmarks_; }
+  SimBundle& bundle() override { return bundle_; }
   SimScreens& screens() override { return screens_; }
   SimWindowServer& windows() override { return windows_; }
   SimWindowList& windowList() override { return windowList_; }
@@ -84,9 +87,9 @@ class SimPlatform : public platform::Platform {
   SimWorkspace workspace_;
   SimEventMonitors eventMonitors_{queue_};
   SimWidgetCenter widgetCenter_;
-  std::unique_ptr<platform::PropertyLists> propertyLists_;
-  std::unique_ptr<platform::Bookmarks> bookmarks_;
-  std::unique_ptr<platform::Bundle> bundle_;
+  desktops::PropertyListFiles propertyLists_;
+  desktops::FileBookmarks bookmarks_;
+  SimBundle bundle_;
 };
 
 }  // namespace hushpane::sim

@@ -15,12 +15,16 @@
 
 namespace hushpane::sim {
 
+// What a window of another application is filled with: one colour, or something to look at on a ground of that colour.
+enum class AppContents { plain, text, code, terminal, page, bar };
+
 // A window of another application.
 struct AppWindow {
   std::int32_t ownerPid = 0;
   platform::Rect frame{};  // points, title bar included
   std::string title{};
   platform::Color color{0.95, 0.95, 0.96, 1};  // of its contents
+  AppContents contents = AppContents::plain;
   int layer = 0;
   double alpha = 1;
   int space = 0;  // the workspace it is on
