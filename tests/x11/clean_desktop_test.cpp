@@ -102,6 +102,12 @@ TEST_P(CleanDesktop, LetsClicksAndTypingThrough) {
   ASSERT_TRUE(shows(leftSpot, dimmed(icons->color(), balanced)));
   click(leftSpot);
   EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 1; }));
+  keyboard("keydown", "alt");
+  EXPECT_TRUE(shows(leftSpot, icons->color()));
+  keyboard("keyup", "alt");
+  EXPECT_TRUE(shows(leftSpot, dimmed(icons->color(), balanced)));
+  click(leftSpot);
+  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 2; })) << "after the cover was lifted";
   click(green_->spot());
   EXPECT_TRUE(waitUntil([&] { return x().activeWindow() == green_->window(); }));
   keyboard("type", "here\n");

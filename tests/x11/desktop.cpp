@@ -110,28 +110,29 @@ void Desktop::chooseMode(const std::string& mode, const std::string& surface, Se
   settings().write(more);
 }
 
-std::unique_ptr<Process> Desktop::spawn(const std::vector<std::string>& arguments) const {
-  std::vector<std::string> command{HUSHPANE_BINARY};
-  command.insert(command.end(), arguments.begin(), arguments.end());
-  return std::make_unique<Process>(command, environment_, logs_);
+std::unique_ptr<Process> Desktop::spawn(std::vector<std::string> launcher,
+                                        const std::vector<std::string>& arguments) const {
+  launcher.push_back(HUSHPANE_BINARY);
+  launcher.insert(launcher.end(), arguments.begin(), arguments.end());
+  return std::make_unique<Process>(launcher, environment_, logs_);
 }
 
 // The program has begun when it has published its mode.
-void Desktop::startHushpane(const std::vector<std::string>& arguments) {
+void Desktop::startHushpane(const std::vector<std::string>& arguments, const std::vector<std::string>& launcher) {
   const auto lastPublished = [file = sharedFile().path()] {
     std::error_code missing;
     return std::filesystem::last_write_time(file, missing);
   };
   const auto before = lastPublished();
   untouched_ = x_->capture();
-  hushpane_ = spawn(arguments);
+  hushpane_ = spawn(launcher, arguments);
   if (!waitUntil([&] { return lastPublished() != before; })) {
     throw std::runtime_error("hushpane did not start: " + hushpane_->errors());
   }
 }
 
 std::unique_ptr<Process> Desktop::runHushpane(const std::vector<std::string>& arguments) {
-  auto process = spawn(arguments);
+  auto process = spawn({}, arguments);
   process->wait();
   return process;
 }

@@ -57,8 +57,8 @@ class Desktop : public testing::Test {
   SettingsFile sharedFile() const;
   // The settings of somebody who uses that mode with that surface, and more.
   void chooseMode(const std::string& mode, const std::string& surface = "dim", SettingsValues more = {});
-  // Starts the program and waits until it has begun its work.
-  void startHushpane(const std::vector<std::string>& arguments = {});
+  // Starts the program and waits until it has begun its work. A launcher is a command that becomes the program.
+  void startHushpane(const std::vector<std::string>& arguments = {}, const std::vector<std::string>& launcher = {});
   // Starts it beside the first, or where it cannot run, and waits until it is over.
   std::unique_ptr<Process> runHushpane(const std::vector<std::string>& arguments);
   // Asks it to end.
@@ -88,7 +88,7 @@ class Desktop : public testing::Test {
   const std::filesystem::path logs_;
   Environment environment_;
 
-  std::unique_ptr<Process> spawn(const std::vector<std::string>& arguments) const;
+  std::unique_ptr<Process> spawn(std::vector<std::string> launcher, const std::vector<std::string>& arguments) const;
 
  protected:
   std::unique_ptr<XServer> server_;

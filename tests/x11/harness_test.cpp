@@ -34,6 +34,18 @@ TEST_F(Harness, CompositorShowsTheSamePicture) {
   EXPECT_TRUE(shows(window->spot(), window->color()));
 }
 
+TEST_F(Harness, InputReachesTheWindows) {
+  const auto icons = openWindow({{0, 0, 1920, 1080}, {0x808040}, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+  EXPECT_TRUE(shows(leftSpot, icons->color()));
+  EXPECT_TRUE(shows(red_->spot(), red_->color())) << "a desktop window lies beneath the others";
+  click(leftSpot);
+  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 1; }));
+  click(green_->spot());
+  EXPECT_TRUE(waitUntil([&] { return x().activeWindow() == green_->window(); }));
+  keyboard("type", "here\n");
+  EXPECT_TRUE(waitUntil([&] { return green_->typed() == "here\n"; })) << green_->typed();
+}
+
 TEST_F(Harness, MissingProgramIsNamed) {
   EXPECT_THROW(runTool({"a-program-that-nobody-has"}), std::runtime_error);
 }

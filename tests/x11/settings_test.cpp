@@ -83,6 +83,24 @@ TEST_F(Settings, FolderThatCannotBeWrittenLosesNothingElse) {
   EXPECT_EQ(hushpane().output() + hushpane().errors(), "");
 }
 
+// The folder of the settings as the program sees it: a small disk of its own, with the settings and not a byte to
+// spare.
+TEST_F(Settings, FullDiskKeepsTheOldFile) {
+  chooseMode("standard");
+  const std::vector<std::string> launcher{"unshare", "--user", "--map-root-user", "--mount", "sh", "-c", R"(
+    cd "$XDG_CONFIG_HOME" && cp hushpane/* "$HOME" && mount -t tmpfs -o size=32k none hushpane &&
+    cp "$HOME"/*.plist hushpane && ! head -c 100k /dev/zero >hushpane/filler && exec "$0" "$@")"};
+  startHushpane({"hushpane://mode/focus"}, launcher);
+  EXPECT_TRUE(entersMode("focus"));
+  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
+  const SettingsFile seen("/proc/" + std::to_string(hushpane().pid()) + "/root" + settings().path().string());
+  EXPECT_EQ(seen.value("hushpane.focusSurface"), "dim");
+  EXPECT_EQ(seen.value("hushpane.lastUserMode"), "standard");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(seen.path().parent_path()), {}), 2)
+      << "something is left beside the settings and the filler";
+  EXPECT_EQ(stopHushpane(), 0);
+}
+
 TEST_F(Settings, EditedFileTakesEffectWithTheNextChangeOfTheCover) {
   chooseMode("cleanDesktop");
   startHushpane();
