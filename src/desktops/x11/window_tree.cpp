@@ -191,6 +191,19 @@ std::optional<std::int32_t> WindowTree::pidOf(xcb_window_t window) {
   return factsReader_.readPid(window);
 }
 
+void WindowTree::addOwn(xcb_window_t window, const PixelRect& bounds) {
+  own_.insert(window);
+  if (isOrderKnown_ && !model_.find(window)) {
+    StackEntry entry;
+    entry.id = window;
+    entry.bounds = bounds;
+    entry.isOverrideRedirect = true;
+    entry.isOwn = true;
+    model_.entries().push_back(entry);
+  }
+  changed();
+}
+
 void WindowTree::expectAbove(xcb_window_t window, xcb_window_t sibling) {
   if (model_.moveAbove(window, sibling)) ++revision_;
 }

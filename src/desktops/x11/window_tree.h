@@ -31,8 +31,8 @@ class WindowTree {
   // The process that owns a window, by the cache or with one round trip.
   std::optional<std::int32_t> pidOf(xcb_window_t window);
 
-  // Windows of this program are marked and never asked about.
-  void addOwn(xcb_window_t window) { own_.insert(window); }
+  // A window of this program, just made: it is marked and never asked about.
+  void addOwn(xcb_window_t window, const PixelRect& bounds);
   void removeOwn(xcb_window_t window) { own_.erase(window); }
 
   // This program has just asked for that order; the event that confirms it is on its way.

@@ -1,0 +1,179 @@
+#include "desktops/x11/backdrop.h"
+
+#include <xcb/shape.h>
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace hushpane::x11 {
+
+namespace {
+
+int divideDown(int value, int by) {
+  return value >= 0 ? value / by : -((-value + by - 1) / by);
+}
+
+int divideUp(int value, int by) {
+  return -divideDown(-value, by);
+}
+
+// All units that touch the area.
+PixelRect unitsAround(const PixelRect& area, int scale) {
+  const int left = divideDown(area.x, scale);
+  const int top = divideDown(area.y, scale);
+  return {left, top, divideUp(area.right(), scale) - left, divideUp(area.bottom(), scale) - top};
+}
+
+// The units that lie in the area as a whole.
+PixelRect unitsInside(const PixelRect& area, int scale) {
+  const int left = divideUp(area.x, scale);
+  const int top = divideUp(area.y, scale);
+  return {left, top, std::max(0, divideDown(area.right(), scale) - left),
+          std::max(0, divideDown(area.bottom(), scale) - top)};
+}
+
+bool looksTheSame(const StackEntry& a, const StackEntry& b) {
+  return a.id == b.id && a.bounds == b.bounds && a.border == b.border && a.contentGeneration == b.contentGeneration;
+}
+
+std::vector<xcb_rectangle_t> rectanglesOf(const PixelRegion& region) {
+  std::vector<xcb_rectangle_t> rectangles;
+  for (const auto& rect : region.rects()) rectangles.push_back(rect.toXcb());
+  return rectangles;
+}
+
+}  // namespace
+
+Backdrop::Backdrop(Connection& connection, Render& render, CoveredWindows& windows, RootBackground& background,
+                   std::function<void()> onDamage)
+    : connection_(connection),
+      render_(render),
+      windows_(windows),
+      background_(background),
+      onDamage_(std::move(onDamage)) {
+  backgroundChanges_ = background_.addChangeHandler([this] {
+    if (!std::exchange(root_, nullptr)) return;
+    markDirty(overlay_);
+    onDamage_();
+  });
+}
+
+void Backdrop::update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below) {
+  auto before = std::exchange(covered_, {});
+  const bool isFresh = overlay != std::exchange(overlay_, overlay) || use_ != use;
+  use_ = use;
+  if (use != BackdropUse::none) {
+    for (const auto& entry : below) {
+      const auto known = std::ranges::find(before, entry.id, [](const Covered& covered) { return covered.entry.id; });
+      if (known == before.end())
+        covered_.push_back({entry, windows_.cover(entry.id), {}});
+      else
+        covered_.push_back({entry, known->window, std::move(known->damage)});
+      keep(covered_.back(), use);
+    }
+  }
+  if (isFresh)
+    markDirty(overlay_);
+  else
+    markDifferences(before);
+  std::ranges::move(before, std::back_inserter(uncovered_));
+  if (use != BackdropUse::watch) {
+    root_.reset();
+    dirty_.clear();
+  }
+}
+
+void Backdrop::keep(Covered& covered, BackdropUse use) {
+  if (use != BackdropUse::watch) return covered.damage.reset();
+  if (covered.damage) return;
+  covered.damage =
+      covered.window->addDamageHandler([this, id = covered.entry.id](const PixelRect& area) { damaged(id, area); });
+}
+
+// Where the stacks are the same from the bottom and from the top on, nothing is to be drawn.
+void Backdrop::markDifferences(const std::vector<Covered>& before) {
+  const auto same = [](const Covered& a, const Covered& b) { return looksTheSame(a.entry, b.entry); };
+  const auto [oldFirst, newFirst] = std::ranges::mismatch(before, covered_, same);
+  const auto [oldLast, newLast] =
+      std::ranges::mismatch(std::ranges::subrange(oldFirst, before.end()) | std::views::reverse,
+                            std::ranges::subrange(newFirst, covered_.end()) | std::views::reverse, same);
+  for (auto each = oldFirst; each != oldLast.base(); ++each) markDirty(each->entry.bounds);
+  for (auto each = newFirst; each != newLast.base(); ++each) markDirty(each->entry.bounds);
+}
+
+void Backdrop::markDirty(const PixelRect& onRoot) {
+  dirty_.add(onRoot.intersection(overlay_)
+                 .translated(-overlay_.x, -overlay_.y)
+                 .intersection({0, 0, overlay_.width, overlay_.height}));
+}
+
+void Backdrop::damaged(xcb_window_t window, const PixelRect& area) {
+  const auto found = std::ranges::find(covered_, window, [](const Covered& covered) { return covered.entry.id; });
+  if (found == covered_.end()) return;
+  const auto& entry = found->entry;
+  const auto onRoot = area.translated(entry.bounds.x + entry.border, entry.bounds.y + entry.border);
+  const auto visible = onRoot.intersection(entry.bounds).intersection(overlay_);
+  if (visible.isEmpty()) return;
+  markDirty(visible);
+  onDamage_();
+}
+
+// Every pixel is drawn once: from the topmost window down, each where no other was drawn before.
+void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scale) {
+  auto* const server = connection_.get();
+  PixelRegion targetAreas;
+  for (const auto& area : areas.rects()) targetAreas.add(unitsAround(area, scale));
+  const auto rectangles = rectanglesOf(targetAreas);
+  const Region rest(server, connection_.newId());
+  xcb_xfixes_create_region(server, rest.get(), static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+  const auto bounds = areas.bounds().translated(overlay_.x, overlay_.y);
+  for (auto& covered : covered_ | std::views::reverse)
+    if (!covered.entry.bounds.intersection(bounds).isEmpty()) composeWindow(covered, target, rest, scale);
+  xcb_xfixes_set_picture_clip_region(server, target.picture.get(), rest.get(), 0, 0);
+  if (!root_) root_ = background_.picture();
+  const PixelRect everything{0, 0, target.width, target.height};
+  if (*root_) {
+    render_.place(root_->get(), scale,
+                  {static_cast<std::int16_t>(-overlay_.x), static_cast<std::int16_t>(-overlay_.y)});
+    render_.composite(XCB_RENDER_PICT_OP_SRC, root_->get(), XCB_NONE, target.picture.get(), {0, 0}, everything);
+  } else {
+    render_.fill(XCB_RENDER_PICT_OP_SRC, target.picture.get(), platform::black, std::span(&everything, 1));
+  }
+  render_.clearClip(target.picture.get());
+}
+
+void Backdrop::composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale) {
+  auto* const server = connection_.get();
+  const auto onOverlay = covered.entry.bounds.translated(-overlay_.x, -overlay_.y);
+  const auto picture = covered.window->pictureAt(
+      covered.entry, scale, {static_cast<std::int16_t>(onOverlay.x), static_cast<std::int16_t>(onOverlay.y)});
+  if (picture == XCB_NONE) return;
+  const auto own = regionOf(covered, scale);
+  const Region clip(server, connection_.newId());
+  xcb_xfixes_create_region(server, clip.get(), 0, nullptr);
+  xcb_xfixes_intersect_region(server, rest.get(), own.get(), clip.get());
+  xcb_xfixes_set_picture_clip_region(server, target.picture.get(), clip.get(), 0, 0);
+  const auto area = unitsInside(onOverlay, scale).intersection({0, 0, target.width, target.height});
+  render_.composite(XCB_RENDER_PICT_OP_SRC, picture, XCB_NONE, target.picture.get(), {0, 0}, area);
+  xcb_xfixes_subtract_region(server, rest.get(), own.get(), rest.get());
+}
+
+// The window's shape; of a smaller picture its rectangle does.
+Backdrop::Region Backdrop::regionOf(const Covered& covered, int scale) {
+  auto* const server = connection_.get();
+  const auto& entry = covered.entry;
+  const auto onOverlay = entry.bounds.translated(-overlay_.x, -overlay_.y);
+  Region region(server, connection_.newId());
+  if (scale == 1) {
+    xcb_xfixes_create_region_from_window(server, region.get(), entry.id, XCB_SHAPE_SK_BOUNDING);
+    xcb_xfixes_translate_region(server, region.get(), static_cast<std::int16_t>(onOverlay.x + entry.border),
+                                static_cast<std::int16_t>(onOverlay.y + entry.border));
+  } else {
+    const auto rectangle = unitsInside(onOverlay, scale).toXcb();
+    xcb_xfixes_create_region(server, region.get(), 1, &rectangle);
+  }
+  return region;
+}
+
+}  // namespace hushpane::x11

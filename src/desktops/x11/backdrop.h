@@ -1,0 +1,71 @@
+#pragma once
+
+#include <xcb/xfixes.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "desktops/x11/covered_windows.h"
+#include "desktops/x11/pixel_rect.h"
+#include "desktops/x11/render.h"
+#include "desktops/x11/root_background.h"
+
+namespace hushpane::x11 {
+
+// How much an overlay wants to know of what lies behind it.
+enum class BackdropUse {
+  none,   // nothing
+  keep,   // that it stays whole, should it be wanted later
+  watch,  // its pixels, and every change of them
+};
+
+// What lies behind one overlay: the root's background and the windows below, in their order. Areas are in pixels of the
+// overlay.
+class Backdrop {
+ public:
+  // `onDamage` is called when something behind was drawn on.
+  Backdrop(Connection& connection, Render& render, CoveredWindows& windows, RootBackground& background,
+           std::function<void()> onDamage);
+
+  // `below` are the windows that will lie below the overlay and touch it, from bottom to top. Windows that no longer
+  // do are held until releaseUncovered(), so that the overlay can be moved first.
+  void update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below);
+  void releaseUncovered() { uncovered_.clear(); }
+
+  const PixelRegion& dirty() const { return dirty_; }
+  void clearDirty() { dirty_.clear(); }
+
+  // Draws `areas` of the backdrop into the target, made `scale` times smaller. Only the overlay's size divided by the
+  // scale is drawn on.
+  void compose(const Surface& target, const PixelRegion& areas, int scale);
+
+ private:
+  using Region = Handle<xcb_xfixes_destroy_region>;
+  struct Covered {
+    StackEntry entry;
+    std::shared_ptr<CoveredWindow> window;
+    platform::Token damage;
+  };
+  void keep(Covered& covered, BackdropUse use);
+  void markDifferences(const std::vector<Covered>& before);
+  void markDirty(const PixelRect& onRoot);
+  void damaged(xcb_window_t window, const PixelRect& area);
+  void composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale);
+  Region regionOf(const Covered& covered, int scale);
+
+  Connection& connection_;
+  Render& render_;
+  CoveredWindows& windows_;
+  RootBackground& background_;
+  std::function<void()> onDamage_;
+  BackdropUse use_ = BackdropUse::none;
+  PixelRect overlay_;
+  std::vector<Covered> covered_;
+  std::vector<Covered> uncovered_;
+  std::shared_ptr<const Picture> root_;
+  PixelRegion dirty_;
+  platform::Token backgroundChanges_;
+};
+
+}  // namespace hushpane::x11

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "desktops/x11/placement.h"
+#include "desktops/x11/turn_end.h"
+#include "desktops/x11/x11_window.h"
+#include "platform/main_queue.h"
+#include "platform/window.h"
+
+namespace hushpane::x11 {
+
+// Shows the windows of the program: at the end of each turn in which something changed, it plans their places, draws
+// them for these places, and then moves them there.
+class OverlayStage : public platform::Windows {
+ public:
+  OverlayStage(platform::Animator& animator, platform::MainQueue& queue, TurnEnd& turnEnd, Placement& placement,
+               OverlayServices services);
+
+  std::unique_ptr<platform::Window> makeWindow(const platform::Rect& frame,
+                                               const platform::WindowConfiguration& configuration) override;
+
+  void add(X11Window& window);
+  void remove(X11Window& window);
+  // Something is to be shown at the end of this turn.
+  void request() { turnEnd_.request(); }
+  // Something behind a window was drawn on: shown soon, but not more often than frames are.
+  void damaged();
+
+ private:
+  bool hasVisible() const;
+  void compositorChanged();
+  void show();
+  std::vector<StackEntry> windowsBelow(const X11Window& window, const std::vector<xcb_window_t>& order) const;
+
+  platform::Animator& animator_;
+  platform::MainQueue& queue_;
+  TurnEnd& turnEnd_;
+  Placement& placement_;
+  OverlayServices services_;
+  std::vector<X11Window*> windows_;
+  double shownAt_ = 0;
+  platform::WorkItem refresh_;
+  platform::Token turns_;
+  platform::Token treeChanges_;
+  platform::Token compositorChanges_;
+};
+
+}  // namespace hushpane::x11
