@@ -1,0 +1,59 @@
+#pragma once
+
+#include <map>
+#include <optional>
+
+#include "desktops/x11/connection.h"
+#include "desktops/x11/modifier_state.h"
+#include "platform/event_monitors.h"
+#include "platform/handler_list.h"
+#include "platform/lifetime.h"
+#include "platform/main_queue.h"
+
+namespace hushpane::x11 {
+
+// Watches keyboard and pointer through XInput2 raw events, which arrive whoever has the focus or a grab. The server
+// reports only what some monitor asks for; the modifiers are always followed.
+//
+// Keys carry the modifiers in force when they went down, and a change of modifiers is told before any key typed with
+// it. A second key of a modifier that is already down changes no flags and is not told. A held key repeats as
+// key-downs.
+class EventMonitors : public platform::EventMonitors {
+ public:
+  EventMonitors(Connection& connection, platform::MainQueue& queue);
+
+  platform::Token addGlobalMonitor(platform::EventMask mask, GlobalHandler handler) override;
+  platform::Token addLocalMonitor(platform::EventMask mask, LocalHandler handler) override;
+  platform::ModifierFlags modifierFlags() const override { return modifiers_.flags(); }
+
+  // To be called when one of the program's own windows gets or loses the input focus: while it has it, events go to
+  // local monitors, else to global ones.
+  void setOwnWindowFocused(bool focused) { isOwnWindowFocused_ = focused; }
+
+ private:
+  // Counts the monitors of each mask and selects their events; drops out with the token.
+  platform::Token watching(platform::EventMask mask, platform::Token handler);
+  void updateSelection();
+  void handle(const xcb_generic_event_t& event);
+  void handleRawEvent(const xcb_generic_event_t& event);
+  void handleRawKey(xcb_keycode_t keycode);
+  void handleMotion();
+  std::optional<double> takePointerStep();
+  void deliver(const platform::Event& event);
+
+  Connection& connection_;
+  platform::MainQueue& queue_;
+  ModifierState modifiers_;
+  std::optional<ExtensionInfo> xinput_;
+  bool isOwnWindowFocused_ = false;
+  std::map<platform::EventMask, int> watched_;
+  std::uint32_t selected_ = 0;
+  bool isMotionPending_ = false;
+  std::optional<double> pointerX_;  // where the last motion ended
+  platform::HandlerList<void(const platform::Event&)> global_;
+  platform::HandlerList<void(std::optional<platform::Event>&)> local_;
+  platform::Token events_;
+  platform::Lifetime lifetime_;
+};
+
+}  // namespace hushpane::x11
