@@ -1,5 +1,6 @@
 #include "desktops/sim/compositor.h"
 
+#include <algorithm>
 #include <cmath>
 #include <exception>
 
@@ -59,16 +60,64 @@ void paintScreen(const ContextPtr& context, const SurfacePtr& picture, const std
   }
 }
 
+SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
+  const auto pixels = [scale](double points) { return static_cast<int>(std::lround(points * scale)); };
+  const int width = pixels(frame.width);
+  const int height = pixels(frame.height);
+  if (width <= 0 || height <= 0) return {};
+  return Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width, height);
+}
+
+SurfacePtr paintedScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen) {
+  const auto picture = surfaceFor(screen.frame, screen.scale);
+  if (picture) paintScreen(Cairo::Context::create(picture), picture, stack, screen);
+  return picture;
+}
+
+platform::Rect boundsOf(const std::vector<platform::Screen>& screens) {
+  platform::Rect bounds = screens.front().frame;
+  for (const auto& screen : screens) {
+    const auto& frame = screen.frame;
+    const double right = std::max(bounds.right(), frame.right());
+    const double bottom = std::max(bounds.bottom(), frame.bottom());
+    bounds.x = std::min(bounds.x, frame.x);
+    bounds.y = std::min(bounds.y, frame.y);
+    bounds.width = right - bounds.x;
+    bounds.height = bottom - bounds.y;
+  }
+  return bounds;
+}
+
+void paintInPlace(const ContextPtr& context, const SurfacePtr& picture, const platform::Screen& screen) {
+  context->save();
+  context->translate(screen.frame.x, screen.frame.y);
+  context->scale(1 / screen.scale, 1 / screen.scale);
+  context->set_source(picture, 0, 0);
+  context->paint();
+  context->restore();
+}
+
 }  // namespace
 
 platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen) try {
-  const auto pixels = [&screen](double points) { return static_cast<int>(std::lround(points * screen.scale)); };
-  const int width = pixels(screen.frame.width);
-  const int height = pixels(screen.frame.height);
-  if (width <= 0 || height <= 0) return {};
-  const auto picture = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width, height);
-  paintScreen(Cairo::Context::create(picture), picture, stack, screen);
-  return imageOf(picture);
+  const auto picture = paintedScreen(stack, screen);
+  return picture ? imageOf(picture) : platform::Image{};
+} catch (const std::exception&) {
+  return {};
+}
+
+platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,
+                              const std::vector<platform::Screen>& screens) try {
+  if (screens.empty()) return {};
+  const auto bounds = boundsOf(screens);
+  const auto all = surfaceFor(bounds, screens.front().scale);
+  if (!all) return {};
+  const auto context = Cairo::Context::create(all);
+  context->scale(screens.front().scale, screens.front().scale);
+  context->translate(-bounds.x, -bounds.y);
+  for (const auto& screen : screens)
+    if (const auto picture = paintedScreen(stack, screen)) paintInPlace(context, picture, screen);
+  return imageOf(all);
 } catch (const std::exception&) {
   return {};
 }

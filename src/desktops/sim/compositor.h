@@ -12,4 +12,8 @@ namespace hushpane::sim {
 // screen. A screen without area gives an empty picture.
 platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen);
 
+// All screens in one picture, as they are arranged, with the first one's scale; transparent in between.
+platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,
+                              const std::vector<platform::Screen>& screens);
+
 }  // namespace hushpane::sim

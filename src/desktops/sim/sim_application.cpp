@@ -14,6 +14,12 @@ void SimApplication::openUrls(std::vector<std::string> urls) {
   queue_.async([this] { deliver(); });
 }
 
+void SimApplication::forget() {
+  handler_ = nullptr;
+  activationPolicy_.reset();
+  waiting_.clear();
+}
+
 void SimApplication::deliver() {
   while (handler_ && !waiting_.empty()) {
     const auto handler = handler_;

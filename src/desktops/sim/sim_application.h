@@ -18,6 +18,8 @@ class SimApplication : public platform::Application {
   std::optional<platform::ActivationPolicy> activationPolicy() const { return activationPolicy_; }
   // Somebody opens URLs with this program.
   void openUrls(std::vector<std::string> urls);
+  // For the end of a program.
+  void forget();
 
  private:
   void deliver();

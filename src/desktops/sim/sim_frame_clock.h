@@ -13,6 +13,9 @@ class SimFrameClock : public platform::FrameClock {
 
   platform::Token run(std::function<void()> onFrame) override;
 
+  // For the end of a program whose queue was cleared.
+  void forget() { next_.reset(); }
+
   bool isRunning() const { return !handlers_.empty(); }
   // How many frames there have been.
   std::size_t frameCount() const { return frameCount_; }

@@ -31,6 +31,9 @@ class SimMainQueue : public platform::MainQueue {
   // Lets time pass; what is due at the very end still runs.
   void advance(double seconds);
 
+  // Forgets all that is still to run.
+  void clear() { jobs_.clear(); }
+
   // Called after each block that ran.
   void setTurnEnded(std::function<void()> handler) { turnEnded_ = std::move(handler); }
   // True inside a block.

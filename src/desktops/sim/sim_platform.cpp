@@ -47,12 +47,36 @@ std::function<void()> SimPlatform::announceDefaults() {
   };
 }
 
+void SimPlatform::endProgram() {
+  releaseInstances();
+  application_.forget();
+  queue_.clear();
+  frameClock_.forget();
+  defaultsAnnounced_ = false;
+}
+
 platform::Image SimPlatform::render(const platform::Screen& screen) {
   return renderScreen(windows_.stack(), screen);
 }
 
 platform::Image SimPlatform::render() {
   return screens_.screens().empty() ? platform::Image{} : render(screens_.screens().front());
+}
+
+platform::Image SimPlatform::renderAll() {
+  return renderScreens(windows_.stack(), screens_.screens());
+}
+
+std::optional<std::uint32_t> SimPlatform::pixel(platform::Point point) {
+  for (const auto& screen : screens_.screens()) {
+    if (!screen.frame.contains(point)) continue;
+    const auto image = render(screen);
+    const auto column = static_cast<std::size_t>((point.x - screen.frame.x) * screen.scale);
+    const auto row = static_cast<std::size_t>((point.y - screen.frame.y) * screen.scale);
+    const auto index = row * static_cast<std::size_t>(image.width) + column;
+    return index < image.pixels.size() ? std::optional(image.pixels[index]) : std::nullopt;
+  }
+  return std::nullopt;
 }
 
 }  // namespace hushpane::sim

@@ -61,10 +61,18 @@ class SimPlatform : public platform::Platform {
   // From here on suites cannot be opened, or they can again.
   void setSuitesAbsent(bool absent) { suitesAbsent_ = absent; }
 
+  // Ends the program as if its process had ended: its process-wide objects, what it queued, its handlers. The desktop
+  // goes on, and the program can be started on it again.
+  void endProgram();
+
   // What the screen shows at this moment, in its pixels.
   platform::Image render(const platform::Screen& screen);
   // The same of the main screen; nothing (0 by 0) when there is no screen.
   platform::Image render();
+  // All screens in one picture, with the main screen's scale; transparent where there is no screen.
+  platform::Image renderAll();
+  // What is shown at a point of the desktop (0xAARRGGBB); nothing when no screen is there.
+  std::optional<std::uint32_t> pixel(platform::Point point);
 
  private:
   std::function<void()> announceDefaults();

@@ -1,0 +1,140 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "desktops/sim/sim_window_server.h"
+#include "platform/event_monitors.h"
+#include "platform/screen.h"
+#include "platform/value.h"
+
+namespace hushpane::sim {
+
+// The commands of a scenario, one type for each form of a line; docs/scenarios.md tells what they do.
+namespace command {
+
+struct SetScreen {
+  platform::Screen screen;
+};
+struct RemoveScreen {
+  platform::DisplayId id;
+};
+struct StartApp {
+  std::string app;
+};
+struct QuitApp {
+  std::string app;
+};
+struct OpenWindow {
+  std::string window;
+  std::string app;
+  AppWindow description;  // its owner is known only when the scenario is played
+};
+struct MoveWindow {
+  std::string window;
+  platform::Rect frame;
+};
+struct CloseWindow {
+  std::string window;
+};
+struct Activate {
+  std::string name;  // of an application or of a window
+};
+struct ActivateSelf {};
+struct ActivateNone {};
+struct PressModifier {
+  platform::ModifierFlags modifier;
+};
+struct ReleaseModifier {
+  platform::ModifierFlags modifier;
+};
+struct TypeKey {
+  std::uint16_t keyCode;
+};
+struct OpenUrls {
+  std::vector<std::string> urls;
+};
+struct SetSetting {
+  std::string key;
+  platform::Value value;
+};
+struct RemoveSetting {
+  std::string key;
+};
+struct Wait {
+  double seconds;
+};
+struct Launch {};
+struct Quit {};
+struct Wake {};
+struct SwitchSpace {
+  int space;
+};
+struct AskByWidget {
+  std::string mode;
+};
+struct Shot {
+  std::string name;
+  std::optional<platform::DisplayId> screen;  // nothing: all screens in one picture
+};
+struct ExpectPixel {
+  platform::Point point;
+  platform::Color color;
+  int tolerance;  // of each channel, in 255ths
+};
+struct ExpectShown {
+  platform::DisplayId screen;
+  bool isShown;
+};
+struct ExpectLevel {
+  platform::DisplayId screen;
+  int level;
+};
+struct ExpectAlpha {
+  platform::DisplayId screen;
+  double alpha;
+  double tolerance;
+};
+struct ExpectBelow {
+  platform::DisplayId screen;
+  std::string window;
+};
+struct ExpectSetting {
+  std::string key;
+  std::optional<platform::Value> value;  // nothing: absent
+};
+struct ExpectShared {
+  std::string key;
+  std::optional<platform::Value> value;  // nothing: absent
+};
+
+}  // namespace command
+
+using Command =
+    std::variant<command::SetScreen, command::RemoveScreen, command::StartApp, command::QuitApp, command::OpenWindow,
+                 command::MoveWindow, command::CloseWindow, command::Activate, command::ActivateSelf,
+                 command::ActivateNone, command::PressModifier, command::ReleaseModifier, command::TypeKey,
+                 command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
+                 command::Quit, command::Wake, command::SwitchSpace, command::AskByWidget, command::Shot,
+                 command::ExpectPixel, command::ExpectShown, command::ExpectLevel, command::ExpectAlpha,
+                 command::ExpectBelow, command::ExpectSetting, command::ExpectShared>;
+
+struct ScenarioLine {
+  int number = 0;  // from 1
+  Command command;
+};
+
+using Scenario = std::vector<ScenarioLine>;
+
+struct ScenarioError {
+  int line = 0;
+  std::string message;
+};
+
+// The commands of a scenario text, or the first line that is none.
+std::variant<Scenario, ScenarioError> parseScenario(std::string_view text);
+
+}  // namespace hushpane::sim

@@ -1,0 +1,213 @@
+#include "desktops/sim/scenario_player.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "desktops/sim/png.h"
+
+namespace hushpane::sim {
+
+namespace {
+
+// What the program and its widget share.
+constexpr std::string_view applicationGroup = "group.com.corvane.Hushpane";
+constexpr std::string_view sharedFileName = "hushpane-shared.plist";
+constexpr std::string_view modeKey = "hushpane.userMode";
+constexpr std::string_view modeChange = "com.corvane.Hushpane.widgetModeChange";
+
+ScenarioPlayer::Failure badLine(std::string message) {
+  return {ScenarioPlayer::Failure::Kind::badLine, std::move(message)};
+}
+
+ScenarioPlayer::Failure noScreen(platform::DisplayId id) {
+  return badLine("there is no screen " + std::to_string(id));
+}
+
+ScenarioPlayer::Failure noWindow(const std::string& name) {
+  return badLine("there is no window '" + name + "'");
+}
+
+}  // namespace
+
+ScenarioPlayer::ScenarioPlayer(std::filesystem::path folder, std::function<void(platform::Platform&)> launch,
+                               std::function<void(const std::filesystem::path&)> written)
+    : folder_(std::move(folder)), launch_(std::move(launch)), written_(std::move(written)) {}
+
+ScenarioPlayer::Result ScenarioPlayer::play(const Command& command) {
+  auto result = std::visit([this](const auto& actual) { return run(actual); }, command);
+  desktop_.drain();
+  return result;
+}
+
+const SimWindow* ScenarioPlayer::overlay(platform::DisplayId screen) {
+  const auto* found = desktop_.screens().find(screen);
+  return found ? desktop_.windows().ownWindow(found->frame) : nullptr;
+}
+
+std::optional<platform::WindowNumber> ScenarioPlayer::window(const std::string& name) {
+  const auto found = windows_.find(name);
+  const bool isThere = found != windows_.end() && desktop_.windows().find(found->second);
+  return isThere ? std::optional(found->second) : std::nullopt;
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::SetScreen& command) {
+  auto screens = desktop_.screens().screens();
+  const auto found = std::ranges::find(screens, command.screen.displayId, &platform::Screen::displayId);
+  if (found == screens.end())
+    screens.push_back(command.screen);
+  else
+    *found = command.screen;
+  desktop_.screens().set(std::move(screens));
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::RemoveScreen& command) {
+  if (!desktop_.screens().remove(command.id)) return noScreen(command.id);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::StartApp& command) {
+  if (apps_.contains(command.app)) return badLine("'" + command.app + "' is running already");
+  apps_[command.app] = desktop_.workspace().launch(command.app);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::QuitApp& command) {
+  const auto found = apps_.find(command.app);
+  if (found == apps_.end()) return badLine("'" + command.app + "' is not running");
+  desktop_.workspace().quit(found->second);
+  apps_.erase(found);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::OpenWindow& command) {
+  const auto owner = apps_.find(command.app);
+  if (owner == apps_.end()) return badLine("'" + command.app + "' is not running");
+  if (window(command.window)) return badLine("there is a window '" + command.window + "' already");
+  auto description = command.description;
+  description.ownerPid = owner->second;
+  windows_[command.window] = desktop_.windows().add(std::move(description));
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::MoveWindow& command) {
+  const auto number = window(command.window);
+  if (!number) return noWindow(command.window);
+  desktop_.windows().setFrame(*number, command.frame);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::CloseWindow& command) {
+  const auto number = window(command.window);
+  if (!number) return noWindow(command.window);
+  desktop_.windows().close(*number);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Activate& command) {
+  if (const auto app = apps_.find(command.name); app != apps_.end()) {
+    desktop_.workspace().activate(app->second);
+    return {};
+  }
+  const auto number = window(command.name);
+  if (!number) return badLine("there is no application or window '" + command.name + "'");
+  desktop_.workspace().activateWindow(*number);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::ActivateSelf&) {
+  desktop_.workspace().activateOwnProgram();
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::ActivateNone&) {
+  desktop_.workspace().deactivateAll();
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::PressModifier& command) {
+  desktop_.eventMonitors().pressModifier(command.modifier);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::ReleaseModifier& command) {
+  desktop_.eventMonitors().releaseModifier(command.modifier);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::TypeKey& command) {
+  desktop_.eventMonitors().pressKey(command.keyCode);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::OpenUrls& command) {
+  desktop_.application().openUrls(command.urls);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::SetSetting& command) {
+  desktop_.userDefaults().set(command.key, command.value);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::RemoveSetting& command) {
+  desktop_.userDefaults().remove(command.key);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Wait& command) {
+  desktop_.advance(command.seconds);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Launch&) {
+  if (isLaunched_) return badLine("the program is running already");
+  isLaunched_ = true;
+  launch_(desktop_);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Quit&) {
+  if (!isLaunched_) return badLine("the program is not running");
+  isLaunched_ = false;
+  desktop_.endProgram();
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Wake&) {
+  desktop_.workspace().wake();
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::SwitchSpace& command) {
+  desktop_.workspace().switchSpace(command.space);
+  return {};
+}
+
+std::optional<std::filesystem::path> ScenarioPlayer::sharedFile() {
+  const auto folder = desktop_.sharedContainer().url(applicationGroup);
+  return folder ? std::optional(*folder / sharedFileName) : std::nullopt;
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::AskByWidget& command) {
+  const auto file = sharedFile();
+  if (!file) return Failure{Failure::Kind::notWritten, "there is no folder for the shared file"};
+  auto shared = desktop_.propertyLists().read(*file).value_or(platform::Dictionary());
+  shared.insert_or_assign(std::string(modeKey), command.mode);
+  if (!desktop_.propertyLists().writeXml(*file, shared))
+    return Failure{Failure::Kind::notWritten, "cannot write " + file->string()};
+  desktop_.distributedNotificationCenter().postFromOutside(modeChange);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Shot& command) {
+  const auto* screen = command.screen ? desktop_.screens().find(*command.screen) : nullptr;
+  if (command.screen && !screen) return noScreen(*command.screen);
+  const auto file = folder_ / (command.name + ".png");
+  if (!writePng(screen ? desktop_.render(*screen) : desktop_.renderAll(), file))
+    return Failure{Failure::Kind::notWritten, "cannot write " + file.string()};
+  written_(file);
+  return {};
+}
+
+}  // namespace hushpane::sim
