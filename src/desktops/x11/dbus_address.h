@@ -1,0 +1,17 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace hushpane::x11 {
+
+// Where the user's session bus and the system bus listen, as the D-Bus specification says; nothing when there is no
+// session bus. No bus is ever started for it.
+std::optional<std::string> sessionBusAddress();
+std::string systemBusAddress();
+
+// The socket file of an address; nothing when it has none.
+std::optional<std::filesystem::path> socketOf(const std::string& address);
+
+}  // namespace hushpane::x11

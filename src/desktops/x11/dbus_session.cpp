@@ -1,0 +1,96 @@
+#include "desktops/x11/dbus_session.h"
+
+#include <giomm/cancellable.h>
+
+#include <chrono>
+#include <future>
+#include <thread>
+#include <utility>
+
+#include "desktops/shared/debug_log.h"
+#include "desktops/x11/dbus_address.h"
+
+namespace hushpane::x11 {
+
+namespace {
+
+constexpr std::chrono::seconds longestJoin{2};
+constexpr double secondsToRejoin = 1;           // after the bus went
+constexpr double secondsAfterSocketNews = 0.1;  // a socket is made before someone listens there
+
+const auto flags =
+    Gio::DBus::ConnectionFlags::AUTHENTICATION_CLIENT | Gio::DBus::ConnectionFlags::MESSAGE_BUS_CONNECTION;
+
+DbusSession::Connection join(const std::string& address) {
+  const auto cancellable = Gio::Cancellable::create();
+  std::promise<void> joined;
+  const std::jthread watchdog([cancellable, done = joined.get_future()] {
+    if (done.wait_for(longestJoin) == std::future_status::timeout) cancellable->cancel();
+  });
+  DbusSession::Connection connection;
+  try {
+    connection = Gio::DBus::Connection::create_for_address_sync(address, cancellable, flags);
+  } catch (const Glib::Error& error) {
+    desktops::debugLog(std::string("no session bus: ") + error.what());
+  }
+  joined.set_value();
+  return connection;
+}
+
+}  // namespace
+
+DbusSession::DbusSession(platform::MainQueue& queue) : queue_(queue), address_(sessionBusAddress()) {
+  if (!address_) return;
+  if (auto connection = join(*address_)) adopt(std::move(connection));
+}
+
+DbusSession::~DbusSession() {
+  closed_.disconnect();
+}
+
+platform::Token DbusSession::onRejoined(std::function<void()> handler) {
+  return rejoined_.add(std::move(handler));
+}
+
+void DbusSession::emitSignal(std::string_view member) {
+  if (!connection_) return;
+  try {
+    connection_->emit_signal(dbusName::path, dbusName::interface, std::string(member));
+  } catch (const Glib::Error& error) {
+    desktops::debugLog(std::string("cannot send a signal: ") + error.what());
+  }
+}
+
+void DbusSession::adopt(Connection connection) {
+  connection_ = std::move(connection);
+  connection_->set_exit_on_close(false);
+  closed_ = connection_->property_closed().signal_changed().connect([this] { lose(); });
+}
+
+void DbusSession::lose() {
+  closed_.disconnect();
+  connection_.reset();
+  if (const auto socket = socketOf(*address_))
+    socketWatch_.emplace(*socket, [this] { scheduleRejoin(secondsAfterSocketNews); });
+  scheduleRejoin(secondsToRejoin);
+}
+
+void DbusSession::scheduleRejoin(double seconds) {
+  rejoin_ = queue_.after(seconds, [this] { rejoin(); });
+}
+
+void DbusSession::rejoin() {
+  const auto finish = lifetime_.weak([this](const Glib::RefPtr<Gio::AsyncResult>& result) {
+    if (connection_) return;
+    try {
+      adopt(Gio::DBus::Connection::create_for_address_finish(result));
+    } catch (const Glib::Error&) {
+      return;  // the watch tells when to try again
+    }
+    socketWatch_.reset();
+    rejoined_.forEach([](const auto& handler) { handler(); });
+  });
+  Gio::DBus::Connection::create_for_address(*address_, finish, flags);
+}
+
+}  // namespace hushpane::x11
