@@ -119,6 +119,10 @@ void Backdrop::damaged(xcb_window_t window, const PixelRect& area) {
   onDamage_();
 }
 
+xcb_point_t Backdrop::cornerOf(const PixelRect& onRoot) const {
+  return {static_cast<std::int16_t>(onRoot.x - overlay_.x), static_cast<std::int16_t>(onRoot.y - overlay_.y)};
+}
+
 // Every pixel is drawn once: from the topmost window down, each where no other was drawn before.
 void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scale) {
   auto* const server = connection_.get();
@@ -134,9 +138,8 @@ void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scal
   if (!root_) root_ = background_.picture();
   const PixelRect everything{0, 0, target.width, target.height};
   if (*root_) {
-    render_.place(root_->get(), scale,
-                  {static_cast<std::int16_t>(-overlay_.x), static_cast<std::int16_t>(-overlay_.y)});
-    render_.composite(XCB_RENDER_PICT_OP_SRC, root_->get(), XCB_NONE, target.picture.get(), {0, 0}, everything);
+    const auto origin = render_.place(root_->get(), scale, cornerOf(PixelRect{}));
+    render_.composite(XCB_RENDER_PICT_OP_SRC, root_->get(), XCB_NONE, target.picture.get(), origin, everything);
   } else {
     render_.fill(XCB_RENDER_PICT_OP_SRC, target.picture.get(), platform::black, std::span(&everything, 1));
   }
@@ -145,17 +148,18 @@ void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scal
 
 void Backdrop::composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale) {
   auto* const server = connection_.get();
-  const auto onOverlay = covered.entry.bounds.translated(-overlay_.x, -overlay_.y);
-  const auto picture = covered.window->pictureAt(
-      covered.entry, scale, {static_cast<std::int16_t>(onOverlay.x), static_cast<std::int16_t>(onOverlay.y)});
+  const auto picture = covered.window->picture(covered.entry);
   if (picture == XCB_NONE) return;
   const auto own = regionOf(covered, scale);
   const Region clip(server, connection_.newId());
   xcb_xfixes_create_region(server, clip.get(), 0, nullptr);
   xcb_xfixes_intersect_region(server, rest.get(), own.get(), clip.get());
   xcb_xfixes_set_picture_clip_region(server, target.picture.get(), clip.get(), 0, 0);
-  const auto area = unitsInside(onOverlay, scale).intersection({0, 0, target.width, target.height});
-  render_.composite(XCB_RENDER_PICT_OP_SRC, picture, XCB_NONE, target.picture.get(), {0, 0}, area);
+  const auto& bounds = covered.entry.bounds;
+  const auto area =
+      unitsInside(bounds.translated(-overlay_.x, -overlay_.y), scale).intersection({0, 0, target.width, target.height});
+  const auto origin = render_.place(picture, scale, cornerOf(bounds));
+  render_.composite(XCB_RENDER_PICT_OP_SRC, picture, XCB_NONE, target.picture.get(), origin, area);
   xcb_xfixes_subtract_region(server, rest.get(), own.get(), rest.get());
 }
 

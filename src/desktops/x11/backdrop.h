@@ -50,6 +50,7 @@ class Backdrop {
   void keep(Covered& covered, BackdropUse use);
   void markDifferences(const std::vector<Covered>& before);
   void markDirty(const PixelRect& onRoot);
+  xcb_point_t cornerOf(const PixelRect& onRoot) const;
   void damaged(xcb_window_t window, const PixelRect& area);
   void composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale);
   Region regionOf(const Covered& covered, int scale);

@@ -39,6 +39,9 @@ Blur::Blur(Render& render, const BlurLook& look, int width, int height)
     }
     levels_.push_back(std::move(level));
   }
+  const auto& size = levels_[resultLevel];
+  result_ = {render_.makeSurface(SurfaceFormat::argb, size.surface.width, size.surface.height), size.scaleX,
+             size.scaleY};
 }
 
 PixelRect Blur::areaOn(const Level& level, const PixelRect& onOverlay) {
@@ -58,7 +61,7 @@ PixelRect Blur::onOverlay(const Level& level, const PixelRect& area) {
 }
 
 void Blur::scaleBetween(const Level& from, const Level& to, const PixelRect& area) {
-  render_.place(from.surface.picture.get(), to.scaleX / from.scaleX, to.scaleY / from.scaleY, {0, 0});
+  render_.stretch(from.surface.picture.get(), to.scaleX / from.scaleX, to.scaleY / from.scaleY);
   render_.composite(XCB_RENDER_PICT_OP_SRC, from.surface.picture.get(), XCB_NONE, to.surface.picture.get(), {0, 0},
                     area);
 }
@@ -77,13 +80,13 @@ PixelRect Blur::refresh(Backdrop& backdrop, const PixelRegion& dirty) {
   // On the way up it is drawn wherever the smaller one changed; that is never less than on the way down.
   for (auto level = last; level > resultLevel; --level) {
     areas[level - 1] = areaOn(levels_[level - 1], onOverlay(levels_[level], areas[level].grown(1)));
-    scaleBetween(levels_[level], levels_[level - 1], areas[level - 1]);
+    scaleBetween(levels_[level], level - 1 == resultLevel ? result_ : levels_[level - 1], areas[level - 1]);
   }
-  const auto& result = levels_[resultLevel];
+  if (last == resultLevel) scaleBetween(levels_[last], result_, areas[last]);
   const auto& changed = areas[resultLevel];
-  render_.fill(XCB_RENDER_PICT_OP_OVER, result.surface.picture.get(), look_.tint, std::span(&changed, 1));
-  render_.place(result.surface.picture.get(), 1 / result.scaleX, 1 / result.scaleY, {0, 0});
-  return onOverlay(result, changed.grown(1)).intersection({0, 0, width_, height_});
+  render_.fill(XCB_RENDER_PICT_OP_OVER, result_.surface.picture.get(), look_.tint, std::span(&changed, 1));
+  render_.stretch(result_.surface.picture.get(), 1 / result_.scaleX, 1 / result_.scaleY);
+  return onOverlay(result_, changed.grown(1)).intersection({0, 0, width_, height_});
 }
 
 }  // namespace hushpane::x11

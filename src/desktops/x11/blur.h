@@ -30,7 +30,7 @@ class Blur {
   PixelRect refresh(Backdrop& backdrop, const PixelRegion& dirty);
 
   // The blurred and tinted backdrop, to be drawn over width x height pixels with the origin (0, 0).
-  xcb_render_picture_t picture() const { return levels_[resultLevel].surface.picture.get(); }
+  xcb_render_picture_t picture() const { return result_.surface.picture.get(); }
   bool hasSize(int width, int height) const { return width == width_ && height == height_; }
 
  private:
@@ -39,7 +39,8 @@ class Blur {
     double scaleX = 1;  // pixels of the overlay for one of this picture
     double scaleY = 1;
   };
-  // The reduced backdrop itself comes first; it stays, so that its unchanged parts need no drawing.
+  // The reduced backdrop itself comes first; it stays, so that its unchanged parts need no drawing. The result has the
+  // size of this one.
   static constexpr std::size_t resultLevel = 1;
 
   void scaleBetween(const Level& from, const Level& to, const PixelRect& area);
@@ -52,6 +53,7 @@ class Blur {
   int height_;
   int firstScale_;
   std::vector<Level> levels_;
+  Level result_;  // with alpha, like the windows it is drawn on: servers scale fast between equal formats
 };
 
 }  // namespace hushpane::x11

@@ -18,7 +18,7 @@
 #include <array>
 #include <utility>
 
-#include "desktops/x11/log.h"
+#include "desktops/shared/debug_log.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -116,9 +116,8 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 }
 
 void logError(const xcb_generic_error_t& error) {
-  if (!isLogging()) return;
-  logFailure("X error " + std::to_string(error.error_code) + " of request " + std::to_string(error.major_code) + "." +
-             std::to_string(error.minor_code) + ", resource " + std::to_string(error.resource_id));
+  desktops::debugLog("X error " + std::to_string(error.error_code) + " of request " + std::to_string(error.major_code) +
+                     "." + std::to_string(error.minor_code) + ", resource " + std::to_string(error.resource_id));
 }
 
 }  // namespace

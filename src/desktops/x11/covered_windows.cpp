@@ -20,14 +20,13 @@ CoveredWindow::~CoveredWindow() {
   xcb_composite_unredirect_window(connection_.get(), window_, XCB_COMPOSITE_REDIRECT_AUTOMATIC);
 }
 
-xcb_render_picture_t CoveredWindow::pictureAt(const StackEntry& entry, int scale, xcb_point_t corner) {
+xcb_render_picture_t CoveredWindow::picture(const StackEntry& entry) {
   if (!picture_ || generation_ != entry.contentGeneration) {
     generation_ = entry.contentGeneration;
     pixmap_ = PixmapHandle(connection_.get(), connection_.newId());
     xcb_composite_name_window_pixmap(connection_.get(), window_, pixmap_.get());
     picture_ = render_.makePicture(pixmap_.get(), entry.visual);
   }
-  if (picture_) render_.place(picture_.get(), scale, corner);
   return picture_.get();
 }
 

@@ -22,9 +22,8 @@ class CoveredWindow {
   CoveredWindow(const CoveredWindow&) = delete;
   CoveredWindow& operator=(const CoveredWindow&) = delete;
 
-  // The window's pixels with its border; none when they cannot be had. A unit of what is drawn is `scale` pixels, and
-  // the window's top left corner is at `corner`, in pixels.
-  xcb_render_picture_t pictureAt(const StackEntry& entry, int scale, xcb_point_t corner);
+  // The window's pixels with its border; none when they cannot be had.
+  xcb_render_picture_t picture(const StackEntry& entry);
 
   // Called with the part of the window that was drawn on, relative to its inner corner. The server watches the window
   // only while there is a handler.

@@ -12,10 +12,6 @@ namespace {
 
 constexpr BlurLook blurLook{desktops::darkHud::blurRadius, desktops::darkHud::tint};
 
-bool isBlack(const platform::Color& color) {
-  return color.red <= 0 && color.green <= 0 && color.blue <= 0;
-}
-
 // A desktop that blurs needs only the tint.
 void leaveBlurToDesktop(std::vector<Layer>& layers) {
   for (auto& layer : layers) {
@@ -42,8 +38,7 @@ DrawingNeeds needsOf(const OverlayPicture& picture) {
 
 OverlayPainter::OverlayPainter(Connection& connection, Render& render, CoveredWindows& windows,
                                RootBackground& background, std::function<void()> onDamage)
-    : connection_(connection),
-      render_(render),
+    : render_(render),
       backdrop_(connection, render, windows, background, std::move(onDamage)),
       images_(connection, render) {}
 
@@ -61,49 +56,43 @@ void OverlayPainter::release() {
   backdrop_.releaseUncovered();
   images_.freeUnused();
   images_.freeUnused();
-  behind_ = {};
-  scratch_ = {};
+  canvas_ = {};
   blur_.reset();
   isAllDirty_ = true;
 }
 
-// Brings the backdrop and its blurred form up to date and returns where either differs from before.
-PixelRegion OverlayPainter::refreshSources() {
-  const auto [width, height] = std::pair(picture_.bounds.width, picture_.bounds.height);
+// Brings the blurred backdrop up to date and returns where it differs from before.
+PixelRegion OverlayPainter::refreshBlur() {
+  PixelRegion changed;
+  if (!needs_.isBlurDrawn) {
+    blur_.reset();
+    return changed;
+  }
   PixelRegion all;
   all.add(everything());
-  PixelRegion changed;
-  if (needs_.isBackdropDrawn) {
-    const bool isKept = behind_.hasSize(width, height);
-    if (!isKept) behind_ = render_.makeSurface(SurfaceFormat::opaque, width, height);
-    const auto& areas = isKept ? backdrop_.dirty() : all;
-    if (!areas.isEmpty()) backdrop_.compose(behind_, areas, 1);
-    for (const auto& area : areas.rects()) changed.add(area);
-  } else {
-    behind_ = {};
-  }
-  if (needs_.isBlurDrawn) {
-    const bool isKept = blur_ && blur_->hasSize(width, height);
-    if (!isKept) blur_ = std::make_unique<Blur>(render_, blurLook, width, height);
-    changed.add(blur_->refresh(backdrop_, isKept ? backdrop_.dirty() : all));
-  } else {
-    blur_.reset();
-  }
-  backdrop_.clearDirty();
+  const bool isKept = blur_ && blur_->hasSize(picture_.bounds.width, picture_.bounds.height);
+  if (!isKept) blur_ = std::make_unique<Blur>(render_, blurLook, picture_.bounds.width, picture_.bounds.height);
+  changed.add(blur_->refresh(backdrop_, isKept ? backdrop_.dirty() : all));
   return changed;
 }
 
 void OverlayPainter::paint(xcb_render_picture_t target) {
-  auto areas = refreshSources();
+  auto areas = refreshBlur();
+  if (needs_.isBackdropDrawn)
+    for (const auto& area : backdrop_.dirty().rects()) areas.add(area);
+  backdrop_.clearDirty();
   if (std::exchange(isAllDirty_, false)) {
     areas.clear();
     areas.add(everything());
   }
   if (areas.isEmpty()) return;
   render_.setClip(target, areas.rects());
-  const bool isDirect = drawDirectly(target);
-  if (!isDirect) drawComposed(target, areas);
-  if (isDirect) scratch_ = {};
+  if (drawDirectly(target)) {
+    canvas_ = {};
+  } else {
+    drawOnCanvas(areas);
+    copy(XCB_RENDER_PICT_OP_SRC, canvas_.picture.get(), 1, target);
+  }
   render_.clearClip(target);
   images_.freeUnused();
 }
@@ -114,7 +103,7 @@ bool OverlayPainter::drawDirectly(xcb_render_picture_t target) {
   const double alpha = picture_.isComposited ? 1 : picture_.alpha;
   const bool isSingleOpaque = layers.size() == 1 && layers.front().isOpaque() && alpha >= 1;
   if (isSingleOpaque || (picture_.isComposited && layers.size() == 1)) {
-    drawLayer(layers.front(), XCB_RENDER_PICT_OP_SRC, target);
+    drawLayer(layers.front(), 1, XCB_RENDER_PICT_OP_SRC, target);
     return true;
   }
   if (picture_.isComposited && layers.empty()) {
@@ -122,63 +111,41 @@ bool OverlayPainter::drawDirectly(xcb_render_picture_t target) {
     render_.fill(XCB_RENDER_PICT_OP_SRC, target, {0, 0, 0, 0}, std::span(&area, 1));
     return true;
   }
-  return !picture_.isComposited && drawDimmed(target);
+  return false;
 }
 
-// The backdrop under black layers alone.
-bool OverlayPainter::drawDimmed(xcb_render_picture_t target) {
-  double share = 1;
-  for (const auto& layer : picture_.layers) {
-    if (layer.kind != Layer::Kind::color || !isBlack(layer.color)) return false;
-    share *= 1 - layer.color.alpha * layer.opacity;
-  }
-  const auto mask = makeDimMask(1 - picture_.alpha * (1 - share));
-  render_.composite(XCB_RENDER_PICT_OP_SRC, behind_.picture.get(), mask.get(), target, {0, 0}, everything());
-  return true;
+void OverlayPainter::prepareCanvas() {
+  const auto format = picture_.isComposited ? SurfaceFormat::argb : SurfaceFormat::opaque;
+  if (canvas_.hasSize(picture_.bounds.width, picture_.bounds.height) && canvasFormat_ == format) return;
+  canvas_ = render_.makeSurface(format, picture_.bounds.width, picture_.bounds.height);
+  canvasFormat_ = format;
 }
 
-// Scales the colours and leaves the alpha.
-Picture OverlayPainter::makeDimMask(double share) {
-  auto* const server = connection_.get();
-  auto surface = render_.makeSurface(SurfaceFormat::argb, 1, 1);
-  const PixelRect pixel{0, 0, 1, 1};
-  render_.fill(XCB_RENDER_PICT_OP_SRC, surface.picture.get(), {share, share, share, 1}, std::span(&pixel, 1));
-  const std::uint32_t values[]{XCB_RENDER_REPEAT_NORMAL, 1};
-  xcb_render_change_picture(server, surface.picture.get(), XCB_RENDER_CP_REPEAT | XCB_RENDER_CP_COMPONENT_ALPHA,
-                            values);
-  return std::move(surface.picture);
-}
-
-void OverlayPainter::drawComposed(xcb_render_picture_t target, const PixelRegion& areas) {
-  const auto [width, height] = std::pair(picture_.bounds.width, picture_.bounds.height);
-  const bool isOpaque = !picture_.isComposited;
-  if (!scratch_.hasSize(width, height) || isScratchOpaque_ != isOpaque)
-    scratch_ = render_.makeSurface(isOpaque ? SurfaceFormat::opaque : SurfaceFormat::argb, width, height);
-  isScratchOpaque_ = isOpaque;
-  const auto scratch = scratch_.picture.get();
-  render_.setClip(scratch, areas.rects());
-  const auto area = everything();
-  if (isOpaque && needs_.isBackdropDrawn)
-    copy(XCB_RENDER_PICT_OP_SRC, behind_.picture.get(), 1, scratch);
+void OverlayPainter::drawOnCanvas(const PixelRegion& areas) {
+  prepareCanvas();
+  const auto canvas = canvas_.picture.get();
+  if (needs_.isBackdropDrawn)
+    backdrop_.compose(canvas_, areas, 1);
   else
-    render_.fill(XCB_RENDER_PICT_OP_SRC, scratch, {0, 0, 0, 0}, std::span(&area, 1));
-  for (const auto& layer : picture_.layers) drawLayer(layer, XCB_RENDER_PICT_OP_OVER, scratch);
-  if (isOpaque && picture_.alpha < 1) copy(XCB_RENDER_PICT_OP_OVER, behind_.picture.get(), 1 - picture_.alpha, scratch);
-  copy(XCB_RENDER_PICT_OP_SRC, scratch, 1, target);
+    render_.fill(XCB_RENDER_PICT_OP_SRC, canvas, {0, 0, 0, 0}, areas.rects());
+  render_.setClip(canvas, areas.rects());
+  const double alpha = picture_.isComposited ? 1 : picture_.alpha;
+  for (const auto& layer : picture_.layers) drawLayer(layer, alpha, XCB_RENDER_PICT_OP_OVER, canvas);
 }
 
-void OverlayPainter::drawLayer(const Layer& layer, std::uint8_t operation, xcb_render_picture_t target) {
+void OverlayPainter::drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target) {
   const auto area = everything();
+  const double opacity = layer.opacity * alpha;
   switch (layer.kind) {
     case Layer::Kind::color: {
       auto color = layer.color;
-      color.alpha *= layer.opacity;
+      color.alpha *= opacity;
       return render_.fill(operation, target, color, std::span(&area, 1));
     }
     case Layer::Kind::image:
-      return copy(operation, images_.picture(layer.image, area.width, area.height), layer.opacity, target);
+      return copy(operation, images_.picture(layer.image, area.width, area.height), opacity, target);
     case Layer::Kind::material:
-      if (blur_) copy(operation, blur_->picture(), layer.opacity, target);
+      if (blur_) copy(operation, blur_->picture(), opacity, target);
   }
 }
 

@@ -24,7 +24,7 @@ struct OverlayPicture {
 // What is needed to draw such a picture.
 struct DrawingNeeds {
   BackdropUse use = BackdropUse::none;
-  bool isBackdropDrawn = false;
+  bool isBackdropDrawn = false;  // as it is
   bool isBlurDrawn = false;
   bool operator==(const DrawingNeeds&) const = default;
 };
@@ -32,8 +32,8 @@ struct DrawingNeeds {
 DrawingNeeds needsOf(const OverlayPicture& picture);
 
 // Draws one overlay on the server. With a compositor the layers are drawn with their transparency. Without one the
-// whole picture is composed here: what lies behind, and over that the layers, faded by the window's alpha. Each drawing
-// reaches the target with one request, so that no half-done picture is ever seen.
+// whole picture is composed here: what lies behind, and over that the layers, each faded by the window's alpha. Each
+// drawing reaches the target with one request, so that no half-done picture is ever seen.
 class OverlayPainter {
  public:
   // `onDamage` is called when what was drawn is out of date.
@@ -51,25 +51,23 @@ class OverlayPainter {
 
  private:
   PixelRect everything() const { return {0, 0, picture_.bounds.width, picture_.bounds.height}; }
-  PixelRegion refreshSources();
+  PixelRegion refreshBlur();
   bool drawDirectly(xcb_render_picture_t target);
-  bool drawDimmed(xcb_render_picture_t target);
-  void drawComposed(xcb_render_picture_t target, const PixelRegion& areas);
-  void drawLayer(const Layer& layer, std::uint8_t operation, xcb_render_picture_t target);
+  void prepareCanvas();
+  void drawOnCanvas(const PixelRegion& areas);
+  void drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target);
   void copy(std::uint8_t operation, xcb_render_picture_t source, double opacity, xcb_render_picture_t target);
-  Picture makeDimMask(double share);
 
-  Connection& connection_;
   Render& render_;
   Backdrop backdrop_;
   ImageStore images_;
   OverlayPicture picture_;
   DrawingNeeds needs_;
   bool isAllDirty_ = true;
-  Surface behind_;
   std::unique_ptr<Blur> blur_;
-  Surface scratch_;
-  bool isScratchOpaque_ = false;
+  // Where pictures of several steps are drawn; what was drawn in a part of it holds until that part is drawn again.
+  Surface canvas_;
+  SurfaceFormat canvasFormat_ = SurfaceFormat::opaque;
 };
 
 }  // namespace hushpane::x11

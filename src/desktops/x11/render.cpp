@@ -134,10 +134,21 @@ void Render::clearClip(xcb_render_picture_t target) {
   xcb_render_change_picture(connection_.get(), target, XCB_RENDER_CP_CLIP_MASK, &none);
 }
 
-void Render::place(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner) {
-  const xcb_render_transform_t transform{
+xcb_point_t Render::place(xcb_render_picture_t picture, double scale, xcb_point_t corner) {
+  // Servers copy fast only without a transform.
+  const bool isPlain = scale == 1;
+  transform(picture, scale, scale, isPlain ? xcb_point_t{} : corner);
+  return isPlain ? corner : xcb_point_t{};
+}
+
+void Render::stretch(xcb_render_picture_t picture, double horizontalScale, double verticalScale) {
+  transform(picture, horizontalScale, verticalScale, {});
+}
+
+void Render::transform(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner) {
+  const xcb_render_transform_t matrix{
       fixed(horizontalScale), 0, fixed(-corner.x), 0, fixed(verticalScale), fixed(-corner.y), 0, 0, fixed(1)};
-  xcb_render_set_picture_transform(connection_.get(), picture, transform);
+  xcb_render_set_picture_transform(connection_.get(), picture, matrix);
   const std::string_view filter = horizontalScale == 1 && verticalScale == 1 ? "nearest" : "bilinear";
   xcb_render_set_picture_filter(connection_.get(), picture, static_cast<std::uint16_t>(filter.size()), filter.data(), 0,
                                 nullptr);

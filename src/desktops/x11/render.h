@@ -53,13 +53,15 @@ class Render {
   void setClip(xcb_render_picture_t target, std::span<const PixelRect> areas);
   void clearClip(xcb_render_picture_t target);
 
-  // From now on `picture` is read so that its top left corner is at `corner`, in its own pixels, of a target whose unit
-  // is `scale` of these pixels. Composite it with the origin (0, 0).
-  void place(xcb_render_picture_t picture, double scale, xcb_point_t corner) { place(picture, scale, scale, corner); }
-  void place(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner);
+  // Prepares `picture` to be read so that its top left corner is at `corner`, in its own pixels, of a target whose unit
+  // is `scale` of these pixels. Returns the origin to composite it with.
+  xcb_point_t place(xcb_render_picture_t picture, double scale, xcb_point_t corner);
+  // The same with its corner at the target's, and a scale for each axis.
+  void stretch(xcb_render_picture_t picture, double horizontalScale, double verticalScale);
 
  private:
   void readFormats();
+  void transform(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner);
 
   Connection& connection_;
   std::map<xcb_visualid_t, xcb_render_pictformat_t> formats_;
