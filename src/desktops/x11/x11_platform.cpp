@@ -1,0 +1,121 @@
+#include "desktops/x11/x11_platform.h"
+
+#include <glib-unix.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "desktops/shared/xdg_directories.h"
+
+namespace hushpane::x11 {
+
+namespace {
+
+constexpr std::string_view settingsFolder = "hushpane";
+constexpr std::string_view settingsName = "com.corvane.Hushpane";
+
+std::optional<std::filesystem::path> settingsPath() {
+  const auto home = desktops::configHome();
+  return home ? std::optional(*home / settingsFolder) : std::nullopt;
+}
+
+bool isSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
+
+std::string displayFailure() {
+  if (isSet("DISPLAY")) return std::string("cannot open the X display ") + std::getenv("DISPLAY");
+  if (isSet("WAYLAND_DISPLAY")) return "this is a Wayland session; an X11 session is needed for now";
+  return "no X display: DISPLAY is not set";
+}
+
+// Nothing when the server has all that drawing needs.
+std::optional<std::string> missingExtension(const Connection& connection) {
+  constexpr std::array<std::pair<Extension, std::string_view>, 5> needed{{{Extension::composite, "Composite"},
+                                                                          {Extension::damage, "DAMAGE"},
+                                                                          {Extension::render, "RENDER"},
+                                                                          {Extension::shape, "SHAPE"},
+                                                                          {Extension::xfixes, "XFIXES"}}};
+  for (const auto& [extension, name] : needed)
+    if (!connection.extension(extension)) return "the X server lacks the extension " + std::string(name);
+  return std::nullopt;
+}
+
+gboolean quit(gpointer loop) {
+  g_main_loop_quit(static_cast<GMainLoop*>(loop));
+  return G_SOURCE_CONTINUE;
+}
+
+}  // namespace
+
+X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
+  // A server that went away is told by the connection, not by a signal.
+  std::signal(SIGPIPE, SIG_IGN);
+  auto base = std::make_unique<Base>();
+  switch (base->application.claim(std::move(urls))) {
+    case DbusApplication::Claim::first: break;
+    case DbusApplication::Claim::handedOver: return HandedOver{};
+    case DbusApplication::Claim::unanswered: return Failure{"another instance runs but does not answer"};
+  }
+  auto connection = Connection::open(nullptr);
+  if (!connection) return Failure{displayFailure()};
+  if (auto missing = missingExtension(*connection)) return Failure{std::move(*missing)};
+  return std::unique_ptr<X11Platform>(new X11Platform(std::move(base), std::move(connection)));
+}
+
+X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection> connection)
+    : base_(std::move(base)),
+      loop_(g_main_loop_new(nullptr, FALSE)),
+      connection_(std::move(connection)),
+      eventSource_(*connection_, turnEnd_, [this] { g_main_loop_quit(loop_.get()); }),
+      frameClock_(base_->queue),
+      animator_(base_->queue, frameClock_),
+      distributedCenter_(base_->session, base_->queue),
+      widgetCenter_(base_->session),
+      defaults_(settingsPath(), base_->queue, notificationCenter_),
+      standardDefaults_(defaults_.open(settingsName)),
+      sharedContainer_(desktops::dataHome()),
+      bundle_(desktops::resourceFolder()),
+      screens_(*connection_, base_->queue, notificationCenter_),
+      tree_(*connection_),
+      workspace_(*connection_, base_->queue, tree_),
+      wakeWatch_(workspace_.notificationCenter()),
+      windowList_(*connection_, tree_, screens_, workspace_),
+      eventMonitors_(*connection_, base_->queue),
+      compositor_(*connection_, base_->queue),
+      render_(*connection_),
+      coveredWindows_(*connection_, render_),
+      rootBackground_(*connection_, render_),
+      placement_(*connection_, base_->queue, tree_),
+      stage_(animator_, base_->queue, turnEnd_, placement_,
+             {*connection_, render_, tree_, screens_, compositor_, coveredWindows_, rootBackground_}),
+      activations_(workspace_.notificationCenter().addObserver(platform::notification::didActivateApplication,
+                                                               [this] { placement_.activationChanged(); })) {}
+
+X11Platform::~X11Platform() {
+  releaseInstances();
+  connection_->flush();
+}
+
+int X11Platform::run() {
+  std::array<guint, 3> sources{};
+  constexpr std::array signals{SIGTERM, SIGINT, SIGHUP};
+  for (std::size_t index = 0; index < signals.size(); ++index)
+    sources[index] = g_unix_signal_add(signals[index], quit, loop_.get());
+  if (!connection_->isBroken()) g_main_loop_run(loop_.get());
+  for (const auto source : sources) g_source_remove(source);
+  return 0;
+}
+
+std::int32_t X11Platform::processIdentifier() const {
+  return static_cast<std::int32_t>(getpid());
+}
+
+}  // namespace hushpane::x11

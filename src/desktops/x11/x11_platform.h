@@ -1,0 +1,120 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "desktops/shared/defaults_folder.h"
+#include "desktops/shared/file_bookmarks.h"
+#include "desktops/shared/group_container.h"
+#include "desktops/shared/property_list.h"
+#include "desktops/shared/resource_bundle.h"
+#include "desktops/x11/compositor_watch.h"
+#include "desktops/x11/connection.h"
+#include "desktops/x11/covered_windows.h"
+#include "desktops/x11/dbus_application.h"
+#include "desktops/x11/dbus_notification_center.h"
+#include "desktops/x11/dbus_session.h"
+#include "desktops/x11/dbus_widget_center.h"
+#include "desktops/x11/event_monitors.h"
+#include "desktops/x11/event_source.h"
+#include "desktops/x11/frame_clock.h"
+#include "desktops/x11/main_queue.h"
+#include "desktops/x11/overlay_stage.h"
+#include "desktops/x11/render.h"
+#include "desktops/x11/root_background.h"
+#include "desktops/x11/screens.h"
+#include "desktops/x11/server_order_placement.h"
+#include "desktops/x11/turn_end.h"
+#include "desktops/x11/wake_watch.h"
+#include "desktops/x11/window_list.h"
+#include "desktops/x11/window_tree.h"
+#include "desktops/x11/workspace.h"
+#include "platform/platform.h"
+
+namespace hushpane::x11 {
+
+// An X11 session as the program's desktop.
+class X11Platform : public platform::Platform {
+ public:
+  // Another instance runs in this session and has taken the URLs.
+  struct HandedOver {};
+  // Why the program cannot run here, in one line.
+  struct Failure {
+    std::string message;
+  };
+  using Start = std::variant<std::unique_ptr<X11Platform>, HandedOver, Failure>;
+
+  // To be called once in a process, with the URLs of the command line.
+  static Start start(std::vector<std::string> urls);
+
+  ~X11Platform() override;
+
+  // Runs the main loop until the process is asked to end (SIGTERM, SIGINT, SIGHUP) or the X server is gone, which ends
+  // the session. Returns the exit code of the process, 0 in both cases.
+  int run();
+
+  std::int32_t processIdentifier() const override;
+  platform::Application& application() override { return base_->application; }
+  platform::MainQueue& mainQueue() override { return base_->queue; }
+  platform::NotificationCenter& notificationCenter() override { return notificationCenter_; }
+  platform::NotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
+  platform::UserDefaults& userDefaults() override { return *standardDefaults_; }
+  platform::UserDefaults* userDefaultsSuite(std::string_view name) override { return defaults_.open(name); }
+  platform::PropertyLists& propertyLists() override { return propertyLists_; }
+  platform::SharedContainer& sharedContainer() override { return sharedContainer_; }
+  platform::Bookmarks& bookmarks() override { return bookmarks_; }
+  platform::Bundle& bundle() override { return bundle_; }
+  platform::Screens& screens() override { return screens_; }
+  platform::Windows& windows() override { return stage_; }
+  platform::WindowList& windowList() override { return windowList_; }
+  platform::Workspace& workspace() override { return workspace_; }
+  platform::EventMonitors& eventMonitors() override { return eventMonitors_; }
+  platform::WidgetCenter& widgetCenter() override { return widgetCenter_; }
+
+ private:
+  // What needs no display: it decides whether this process is the one that shows anything.
+  struct Base {
+    MainQueue queue;
+    DbusSession session{queue};
+    DbusApplication application{session, queue};
+  };
+  struct EndLoop {
+    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+  };
+
+  X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection> connection);
+
+  std::unique_ptr<Base> base_;
+  std::unique_ptr<GMainLoop, EndLoop> loop_;
+  std::unique_ptr<Connection> connection_;
+  TurnEnd turnEnd_;
+  EventSource eventSource_;
+  FrameClock frameClock_;
+  platform::Animator animator_;
+  platform::NotificationCenter notificationCenter_;
+  DbusNotificationCenter distributedCenter_;
+  DbusWidgetCenter widgetCenter_;
+  desktops::DefaultsFolder defaults_;
+  platform::UserDefaults* standardDefaults_;
+  desktops::PropertyListFiles propertyLists_;
+  desktops::GroupContainer sharedContainer_;
+  desktops::FileBookmarks bookmarks_;
+  desktops::ResourceBundle bundle_;
+  Screens screens_;
+  WindowTree tree_;
+  Workspace workspace_;
+  WakeWatch wakeWatch_;
+  WindowList windowList_;
+  EventMonitors eventMonitors_;
+  CompositorWatch compositor_;
+  Render render_;
+  CoveredWindows coveredWindows_;
+  RootBackground rootBackground_;
+  ServerOrderPlacement placement_;
+  OverlayStage stage_;
+  platform::Token activations_;
+};
+
+}  // namespace hushpane::x11
