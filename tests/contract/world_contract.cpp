@@ -1,0 +1,163 @@
+#include <fstream>
+
+#include "contract/stage.h"
+
+namespace hushpane::contract_tests {
+namespace {
+
+using platform::Array;
+using platform::Data;
+using platform::Date;
+using platform::Dictionary;
+using platform::Event;
+using platform::EventType;
+using platform::Value;
+
+const Dictionary everyType{{"flag", true},
+                           {"whole", std::int64_t{-7}},
+                           {"real", 0.25},
+                           {"text", "Ein <Täst> & mehr"},
+                           {"empty", ""},
+                           {"data", Data{0, 1, 254, 255}},
+                           {"date", Date{1'700'000'000}},
+                           {"array", Array{1, "two", false}},
+                           {"dictionary", Dictionary{{"7", true}, {"9", false}}}};
+
+TEST_P(ContractTest, ADisplayComesAndGoesUnderTheSameId) {
+  const auto& screens = platform().screens();
+  const auto before = screens.screens();
+  ASSERT_FALSE(before.empty());
+  ASSERT_TRUE(before.front().displayId);
+  int told = 0;
+  auto observer =
+      platform().notificationCenter().addObserver(platform::notification::screenParametersDidChange, [&] { ++told; });
+  const auto changesTo = [&](std::size_t count) {
+    return stage->waitUntil([&] { return told > 0 && screens.screens().size() == count; });
+  };
+  stage->plugInDisplay();
+  ASSERT_TRUE(changesTo(before.size() + 1));
+  const auto added = screens.screens().back();
+  EXPECT_EQ(screens.screens().front(), before.front());
+  EXPECT_GE(added.frame.x, before.front().frame.right());
+  EXPECT_GT(added.frame.area(), 0);
+  EXPECT_NE(added.displayId, before.front().displayId);
+
+  told = 0;
+  stage->unplugDisplay();
+  ASSERT_TRUE(changesTo(before.size()));
+  told = 0;
+  stage->plugInDisplay();
+  ASSERT_TRUE(changesTo(before.size() + 1));
+  EXPECT_EQ(screens.screens().back().displayId, added.displayId);
+}
+
+TEST_P(ContractTest, GlobalMonitorsSeeModifiersAndKeysUntilTheyAreDropped) {
+  auto& monitors = platform().eventMonitors();
+  std::vector<Event> events;
+  const auto collect = [&](const Event& event) { events.push_back(event); };
+  auto flags = monitors.addGlobalMonitor(maskOf(EventType::flagsChanged), collect);
+  auto keys = monitors.addGlobalMonitor(maskOf(EventType::keyDown), collect);
+  constexpr std::uint16_t letterK = 40;
+  const auto received = [&](std::size_t count) { return stage->waitUntil([&] { return events.size() == count; }); };
+  stage->run(0.05);
+
+  stage->pressModifier(platform::modifier::option);
+  ASSERT_TRUE(received(1));
+  EXPECT_EQ(events[0].type, EventType::flagsChanged);
+  EXPECT_TRUE(events[0].modifierFlags & platform::modifier::option);
+  EXPECT_TRUE(monitors.modifierFlags() & platform::modifier::option);
+
+  stage->typeKey(letterK);
+  ASSERT_TRUE(received(2));
+  EXPECT_EQ(events[1].type, EventType::keyDown);
+  EXPECT_EQ(events[1].keyCode, letterK);
+  EXPECT_TRUE(events[1].modifierFlags & platform::modifier::option);
+
+  keys.reset();
+  stage->typeKey(letterK);
+  stage->releaseModifier(platform::modifier::option);
+  ASSERT_TRUE(received(3));
+  EXPECT_EQ(events[2].type, EventType::flagsChanged);
+  EXPECT_FALSE(events[2].modifierFlags & platform::modifier::option);
+  EXPECT_FALSE(monitors.modifierFlags() & platform::modifier::option);
+
+  flags.reset();
+  stage->pressModifier(platform::modifier::shift);
+  stage->releaseModifier(platform::modifier::shift);
+  stage->run(0.2);
+  EXPECT_EQ(events.size(), 3u);
+}
+
+TEST_P(ContractTest, SettingsKeepEveryTypeAndTellOfChangesOncePerBatch) {
+  auto& defaults = platform().userDefaults();
+  int told = 0;
+  auto observer =
+      platform().notificationCenter().addObserver(platform::notification::userDefaultsDidChange, [&] { ++told; });
+  for (const auto& [key, value] : everyType) {
+    defaults.set(key, value);
+    EXPECT_EQ(defaults.value(key), value) << key;
+  }
+  EXPECT_EQ(told, 0) << "told inside the call";
+  ASSERT_TRUE(stage->waitUntil([&] { return told > 0; }));
+  stage->run(0.3);
+  EXPECT_EQ(told, 1);
+  EXPECT_EQ(defaults.get<double>("whole"), std::nullopt);
+  EXPECT_EQ(defaults.get<bool>("flag"), true);
+
+  defaults.remove("flag");
+  EXPECT_EQ(defaults.value("flag"), std::nullopt);
+  EXPECT_TRUE(stage->waitUntil([&] { return told == 2; }));
+}
+
+TEST_P(ContractTest, AnotherProgramsChangeOfASettingIsSeenAndTold) {
+  auto& defaults = platform().userDefaults();
+  defaults.set("mine", "kept");
+  stage->run(0.3);
+  bool told = false;
+  auto observer =
+      platform().notificationCenter().addObserver(platform::notification::userDefaultsDidChange, [&] { told = true; });
+  stage->changeSetting("theirs", 3);
+  EXPECT_TRUE(stage->waitUntil([&] { return told && defaults.value("theirs") == Value(3); }));
+  EXPECT_EQ(defaults.get<std::string>("mine"), "kept");
+}
+
+TEST_P(ContractTest, SuitesAreApartFromTheStandardSettings) {
+  auto* suite = platform().userDefaultsSuite("group.com.corvane.Hushpane");
+  ASSERT_TRUE(suite);
+  suite->set("key", "of the suite");
+  EXPECT_EQ(suite->get<std::string>("key"), "of the suite");
+  EXPECT_EQ(platform().userDefaults().value("key"), std::nullopt);
+}
+
+TEST_P(ContractTest, PropertyListsSurviveTheWayThroughAFileInTheSharedFolder) {
+  const auto folder = platform().sharedContainer().url("group.com.corvane.Hushpane");
+  ASSERT_TRUE(folder);
+  EXPECT_EQ(platform().sharedContainer().url("group.com.corvane.Hushpane"), folder);
+  auto& lists = platform().propertyLists();
+  const auto file = *folder / "list.plist";
+  EXPECT_EQ(lists.read(file), std::nullopt);
+  ASSERT_TRUE(lists.writeXml(file, everyType));
+  EXPECT_EQ(lists.read(file), everyType);
+  EXPECT_FALSE(lists.writeXml(*folder / "missing" / "list.plist", everyType));
+
+  std::ofstream(file) << "<plist><dict><key>half";
+  EXPECT_EQ(lists.read(file), std::nullopt);
+}
+
+TEST_P(ContractTest, ABookmarkFindsARenamedFile) {
+  const auto folder = platform().sharedContainer().url("group.com.corvane.Hushpane");
+  ASSERT_TRUE(folder);
+  const auto file = *folder / "before.png";
+  EXPECT_EQ(platform().bookmarks().create(file), std::nullopt);
+  std::ofstream(file) << "picture";
+  const auto bookmark = platform().bookmarks().create(file);
+  ASSERT_TRUE(bookmark);
+  std::filesystem::rename(file, *folder / "after.png");
+  EXPECT_EQ(platform().bookmarks().resolve(*bookmark), *folder / "after.png");
+  std::filesystem::remove(*folder / "after.png");
+  EXPECT_EQ(platform().bookmarks().resolve(*bookmark), std::nullopt);
+  EXPECT_EQ(platform().bookmarks().resolve({1, 2, 3}), std::nullopt);
+}
+
+}  // namespace
+}  // namespace hushpane::contract_tests
