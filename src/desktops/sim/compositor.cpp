@@ -4,6 +4,7 @@
 #include <cmath>
 #include <exception>
 
+#include "desktops/shared/look.h"
 #include "desktops/sim/app_window_art.h"
 #include "desktops/sim/desktop_art.h"
 #include "desktops/sim/view_painter.h"
@@ -30,10 +31,16 @@ void paintFaded(const ContextPtr& context, double alpha, Draw draw) {
   context->paint_with_alpha(alpha);
 }
 
+bool hasMaterial(const platform::View& view) {
+  return view.material() != platform::EffectMaterial::none ||
+         std::ranges::any_of(view.subviews(), [](const auto& subview) { return hasMaterial(*subview); });
+}
+
 void paintOwnWindow(const ContextPtr& context, const SurfacePtr& picture, const SimWindow& window,
                     const platform::Screen& screen) {
   if (window.presentationAlpha() <= 0) return;
-  Backdrop backdrop(copyOf(picture), {screen.frame.x, screen.frame.y}, screen.scale);
+  const bool showsBackdrop = hasMaterial(window.contentView());
+  Backdrop backdrop(showsBackdrop ? copyOf(picture) : picture, {screen.frame.x, screen.frame.y}, screen.scale);
   context->save();
   addRectangle(context, window.frame());
   context->clip();
@@ -60,18 +67,43 @@ void paintScreen(const ContextPtr& context, const SurfacePtr& picture, const std
   }
 }
 
-SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
+struct PixelSize {
+  int width = 0;
+  int height = 0;
+};
+
+PixelSize pixelSize(const platform::Rect& frame, double scale) {
   const auto pixels = [scale](double points) { return static_cast<int>(std::lround(points * scale)); };
-  const int width = pixels(frame.width);
-  const int height = pixels(frame.height);
-  if (width <= 0 || height <= 0) return {};
-  return Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, width, height);
+  return {pixels(frame.width), pixels(frame.height)};
+}
+
+// Null for a frame without area.
+SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
+  const auto size = pixelSize(frame, scale);
+  if (size.width <= 0 || size.height <= 0) return {};
+  return Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, size.width, size.height);
 }
 
 SurfacePtr paintedScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen) {
   const auto picture = surfaceFor(screen.frame, screen.scale);
   if (picture) paintScreen(Cairo::Context::create(picture), picture, stack, screen);
   return picture;
+}
+
+// How far the light of a spot spreads, and more.
+constexpr double blurReach = 2 * desktops::darkHud::blurRadius;
+
+std::uint32_t paintedPixel(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen, int column,
+                           int row) {
+  const auto picture = surfaceFor(screen.frame, screen.scale);
+  const auto context = Cairo::Context::create(picture);
+  const double reach = blurReach * screen.scale;
+  addRectangle(context, {column - reach, row - reach, 2 * reach, 2 * reach});
+  context->clip();
+  paintScreen(context, picture, stack, screen);
+  picture->flush();
+  const auto* line = picture->get_data() + static_cast<std::ptrdiff_t>(row) * picture->get_stride();
+  return reinterpret_cast<const std::uint32_t*>(line)[column];
 }
 
 platform::Rect boundsOf(const std::vector<platform::Screen>& screens) {
@@ -104,6 +136,17 @@ platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, c
   return picture ? imageOf(picture) : platform::Image{};
 } catch (const std::exception&) {
   return {};
+}
+
+std::optional<std::uint32_t> renderPixel(const std::vector<SimWindowServer::Shown>& stack,
+                                         const platform::Screen& screen, platform::Point point) try {
+  const auto size = pixelSize(screen.frame, screen.scale);
+  const int column = static_cast<int>(std::floor((point.x - screen.frame.x) * screen.scale));
+  const int row = static_cast<int>(std::floor((point.y - screen.frame.y) * screen.scale));
+  if (column < 0 || row < 0 || column >= size.width || row >= size.height) return std::nullopt;
+  return paintedPixel(stack, screen, column, row);
+} catch (const std::exception&) {
+  return std::nullopt;
 }
 
 platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,

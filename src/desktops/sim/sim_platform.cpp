@@ -68,14 +68,8 @@ platform::Image SimPlatform::renderAll() {
 }
 
 std::optional<std::uint32_t> SimPlatform::pixel(platform::Point point) {
-  for (const auto& screen : screens_.screens()) {
-    if (!screen.frame.contains(point)) continue;
-    const auto image = render(screen);
-    const auto column = static_cast<std::size_t>((point.x - screen.frame.x) * screen.scale);
-    const auto row = static_cast<std::size_t>((point.y - screen.frame.y) * screen.scale);
-    const auto index = row * static_cast<std::size_t>(image.width) + column;
-    return index < image.pixels.size() ? std::optional(image.pixels[index]) : std::nullopt;
-  }
+  for (const auto& screen : screens_.screens())
+    if (screen.frame.contains(point)) return renderPixel(windows_.stack(), screen, point);
   return std::nullopt;
 }
 
