@@ -1,0 +1,64 @@
+#include "desktops/shared/file_bookmarks.h"
+
+#include <gtest/gtest.h>
+
+#include "temporary_folder.h"
+
+namespace hushpane::desktops::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(FileBookmarks, FindAFileByWhatItIsBeforeWhereItWas) {
+  const TemporaryFolder folder;
+  const FileBookmarks bookmarks;
+  writeFile(folder / "picture", "a");
+  writeFile(folder / "bystander", "b");
+  const auto bookmark = bookmarks.create(folder / "picture");
+  ASSERT_TRUE(bookmark);
+  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "picture");
+  fs::rename(folder / "picture", folder / "renamed");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "renamed");
+  writeFile(folder / "picture", "another one");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "renamed");
+  fs::remove(folder / "renamed");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "picture") << "saved by replacing";
+  fs::remove(folder / "picture");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+  for (int file = 0; file < 20; ++file) writeFile(folder / std::to_string(file), "may inherit the inode");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+}
+
+TEST(FileBookmarks, AreMadeOfRegularFilesOnly) {
+  const TemporaryFolder folder;
+  const FileBookmarks bookmarks;
+  EXPECT_FALSE(bookmarks.create(folder.path()));
+  EXPECT_FALSE(bookmarks.create(folder / "missing"));
+  EXPECT_FALSE(bookmarks.create({}));
+  writeFile(folder / "file", "");
+  const auto bookmark = bookmarks.create(folder / "file");
+  fs::remove(folder / "file");
+  fs::create_directory(folder / "file");
+  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+}
+
+TEST(FileBookmarks, ForeignAndDamagedBytesLeadNowhere) {
+  const TemporaryFolder folder;
+  const FileBookmarks bookmarks;
+  writeFile(folder / "file", "");
+  const auto bookmark = *bookmarks.create(folder / "file");
+  const auto pathSize = folder.path().string().size() + sizeof "/file" - 1;
+  for (std::size_t size = 0; size <= bookmark.size() - pathSize; ++size)
+    EXPECT_FALSE(bookmarks.resolve({bookmark.begin(), bookmark.begin() + static_cast<std::ptrdiff_t>(size)})) << size;
+  for (std::size_t at = 0; at < 5; ++at) {
+    auto changed = bookmark;
+    changed[at] ^= 1;
+    EXPECT_FALSE(bookmarks.resolve(changed)) << at;
+  }
+  auto relative = bookmark;
+  relative.erase(relative.end() - static_cast<std::ptrdiff_t>(pathSize), relative.end() - 4);
+  EXPECT_FALSE(bookmarks.resolve(relative));
+}
+
+}  // namespace
+}  // namespace hushpane::desktops::tests
