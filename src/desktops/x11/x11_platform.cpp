@@ -1,5 +1,6 @@
 #include "desktops/x11/x11_platform.h"
 
+#include <giomm/init.h>
 #include <glib-unix.h>
 #include <unistd.h>
 
@@ -58,6 +59,7 @@ gboolean quit(gpointer loop) {
 X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
   // A server that went away is told by the connection, not by a signal.
   std::signal(SIGPIPE, SIG_IGN);
+  Gio::init();
   auto base = std::make_unique<Base>();
   switch (base->application.claim(std::move(urls))) {
     case DbusApplication::Claim::first: break;
