@@ -1,16 +1,20 @@
 #include <iostream>
+#include <memory>
 #include <span>
+#include <utility>
 #include <variant>
 
 #include "app/command_line.h"
 #include "app/hushpane_app.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/sim/play_scenario.h"
+#include "desktops/x11/x11_platform.h"
 
 namespace {
 
 using namespace hushpane;
 
+constexpr int noDesktopExit = 1;
 constexpr int usageExit = 2;
 
 int run(const ShowHelp&) {
@@ -33,8 +37,23 @@ int run(const RunScenario& command) {
   return sim::playScenario(scenario, command.outputFolder, HushpaneApp::launch, std::cout, std::cerr);
 }
 
-int run(const RunDesktop&) {
+int start(std::unique_ptr<x11::X11Platform> desktop) {
+  HushpaneApp::launch(*desktop);
+  return desktop->run();
+}
+
+int start(x11::X11Platform::HandedOver) {
   return 0;
+}
+
+int start(const x11::X11Platform::Failure& failure) {
+  std::cerr << "hushpane: " << failure.message << '\n';
+  return noDesktopExit;
+}
+
+int run(const RunDesktop& command) {
+  auto outcome = x11::X11Platform::start(command.urls);
+  return std::visit([](auto& found) { return start(std::move(found)); }, outcome);
 }
 
 }  // namespace

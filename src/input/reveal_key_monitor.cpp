@@ -48,7 +48,7 @@ void RevealKeyMonitor::stop() {
 void RevealKeyMonitor::flagsChanged(platform::ModifierFlags flags) {
   if ((flags & modifierGroup) != flagOf(modifier)) {
     endHold();
-  } else if (!isHeld_ && !debounceWorkItem_) {
+  } else if (!debounceWorkItem_) {  // stored: pending, held, or found up by the check
     schedulePressCheck();
   }
 }

@@ -106,16 +106,34 @@ TEST_F(FrontmostTrackingTest, SmallStartsAndActivationsAreNoGrowth) {
   EXPECT_FALSE(isFree(leftScreen)) << "an activation forgets the area before";
 }
 
-TEST_F(FrontmostTrackingTest, AnEndingApplicationReleasesWhatItsGrowthHeld) {
-  const auto window = openApplication("Zoom", {100, 100, 200, 200});
+TEST_F(FrontmostTrackingTest, WhatGrowthHeldIsReleasedByTheEndOfTheWindowAFilledDisplayOrAnActivation) {
+  const auto window = openApplication("Zoom", {900, 100, 200, 200});
+  const auto pid = desktop->windows().find(window)->ownerPid;
+  const auto grow = [&](platform::WindowNumber number) {
+    desktop->windows().setFrame(number, {900, 100, 200, 200});
+    desktop->advance(3 * tick);
+    desktop->windows().setFrame(number, {500, 0, 1000, 780});
+    desktop->advance(tick);
+    return isFree(leftScreen) && isFree(rightScreen);
+  };
   enterFocus();
-  desktop->windows().setFrame(window, {100, 100, 800, 600});
+  ASSERT_TRUE(grow(window));
+  desktop->windows().setFrame(window, leftScreen.frame);
   desktop->advance(tick);
-  ASSERT_TRUE(isFree(leftScreen));
+  EXPECT_TRUE(isFree(leftScreen));
+  EXPECT_FALSE(isFree(rightScreen)) << "a filled display ends the hold of the others";
+
+  ASSERT_TRUE(grow(window));
   desktop->windows().close(window);
   desktop->advance(tick);
-  openApplication("Next", ordinary);
-  EXPECT_FALSE(isFree(leftScreen));
+  const auto next =
+      desktop->windows().add({.ownerPid = pid, .frame = {600, 100, 600, 600}, .title = "", .disguise = {}});
+  desktop->advance(tick);
+  EXPECT_FALSE(isFree(leftScreen) || isFree(rightScreen)) << "without a window nothing is held";
+
+  ASSERT_TRUE(grow(next));
+  openApplication("Other", ordinary);
+  EXPECT_FALSE(isFree(leftScreen) || isFree(rightScreen)) << "an activation forgets";
 }
 
 TEST_F(FrontmostTrackingTest, WithoutAFrontWindowNothingMoves) {
@@ -134,10 +152,10 @@ TEST_F(FrontmostTrackingTest, WithoutAFrontWindowNothingMoves) {
   EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 1);
 }
 
-TEST_F(FrontmostTrackingTest, AWindowOfMoreThanHalfTheScreenInSizeOnlyIsStillFound) {
+TEST_F(FrontmostTrackingTest, AWindowTooSmallForCoverageIsStillFound) {
   const auto small = openApplication("Utility", {100, 100, 60, 60});
   enterFocus();
-  EXPECT_TRUE(isDirectlyBeneath(overlay(leftScreen), small)) << "too small for coverage, large enough to be in front";
+  EXPECT_TRUE(isDirectlyBeneath(overlay(leftScreen), small));
 }
 
 TEST_F(FrontmostTrackingTest, ASpaceSwitchFreesFilledDisplaysAtOnceAndFindsTheNewFront) {
