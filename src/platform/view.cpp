@@ -49,9 +49,10 @@ void View::animateLayerColor(Color color, Animation animation) {
 }
 
 void View::setContents(ImagePtr contents) {
+  const bool wasFading = fade_.isRunning();
   fade_.set(1);
   outgoing_.reset();
-  if (contents == contents_) return;
+  if (contents == contents_ && !wasFading) return;
   contents_ = std::move(contents);
   changed_();
 }
