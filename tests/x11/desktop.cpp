@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tests/x11/root_picture.h"
 #include "tests/x11/screenshot.h"
 
 namespace hushpane::x11_tests {
@@ -49,8 +50,17 @@ void Desktop::startBus() {
   environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
 }
 
+// A compositor draws the background itself and knows only backgrounds that are named. It has begun when something new
+// reaches the screen through it.
 void Desktop::startCompositor() {
+  setRootPicture(display(), 0, background, background);
   compositor_ = std::make_unique<Compositor>(environment_, logs_, *x_);
+  constexpr Point corner{1919, 1079};
+  const Pixel before = x_->pixel(corner);
+  const auto speck = openWindow({{corner.x, corner.y, 1, 1}, {0xffffff}, "_NET_WM_WINDOW_TYPE_TOOLTIP", true});
+  waitUntil([&] { return x_->pixel(corner) == speck->color(); });
+  speck->setBounds({corner.x, corner.y + 1, 1, 1});
+  waitUntil([&] { return x_->pixel(corner) == before; });
 }
 
 void Desktop::killCompositor(int signal) {
@@ -126,7 +136,8 @@ void Desktop::startHushpane(const std::vector<std::string>& arguments, const std
   const auto before = lastPublished();
   untouched_ = x_->capture();
   hushpane_ = spawn(launcher, arguments);
-  if (!waitUntil([&] { return lastPublished() != before; })) {
+  waitUntil([&] { return lastPublished() != before || !hushpane_->isRunning(); });
+  if (lastPublished() == before) {
     throw std::runtime_error("hushpane did not start: " + hushpane_->errors());
   }
 }

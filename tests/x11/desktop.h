@@ -65,8 +65,6 @@ class Desktop : public testing::Test {
   std::optional<int> stopHushpane() { return hushpane_->terminate(); }
   Process& hushpane() { return *hushpane_; }
   testing::AssertionResult entersMode(const std::string& mode) const;
-  // How many switches the program has counted.
-  int switchCount() const { return std::stoi(settings().value("hushpane.reviewSwitchCount").value_or("0")); }
 
   // --- what people see ---
   // Whether the spot comes to show the pixel, and what it shows where it does not.

@@ -12,10 +12,16 @@ class Displays : public BothWays {
     chooseMode("focus", "dim",
                {{"hushpane.displayEnablement", "<dict><key>" + id + "</key><false/>" + otherEntry + "</dict>"}});
   }
+  // A window manager moves the windows of a monitor that goes; then the picture is another one.
+  void closeBlue() {
+    blue_.reset();
+    ASSERT_TRUE(shows({1310, 500}, background));
+  }
 };
 HUSHPANE_RUN_BOTH_WAYS(Displays);
 
 TEST_P(Displays, MonitorThatGoesLosesItsCoverAndGetsItBackWhole) {
+  closeBlue();
   chooseMode("focus");
   startHushpane();
   ASSERT_TRUE(showsDimExcept({red_->frameBounds()}));
@@ -28,6 +34,7 @@ TEST_P(Displays, MonitorThatGoesLosesItsCoverAndGetsItBackWhole) {
 }
 
 TEST_P(Displays, MonitorThatChangesItsSizeIsCoveredAsItIs) {
+  closeBlue();
   chooseMode("focus");
   startHushpane();
   ASSERT_TRUE(showsDimExcept({red_->frameBounds()}));

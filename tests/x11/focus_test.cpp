@@ -95,17 +95,18 @@ TEST_P(Focus, FillingAMonitorFreesThatMonitorOnly) {
     const char* what;
     Rect bounds;
     bool fills;
+    bool isFrontWindow;  // a window of the monitor's size does not count, so the covers stay beneath the one before
   };
-  for (const Case& now :
-       {Case{"within 12 points of its size", {1125, 5, 790, 1069}, true},
-        Case{"93 % of its area", {1120, 0, 800, 1005}, true}, Case{"91 % of its area", {1120, 0, 800, 983}, false}}) {
+  for (const Case& now : {Case{"within 12 points of its size", {1125, 5, 790, 1069}, true, false},
+                          Case{"93 % of its area", {1120, 0, 800, 1005}, true, true},
+                          Case{"91 % of its area", {1120, 0, 800, 983}, false, true}}) {
     SCOPED_TRACE(now.what);
     const auto window = openWindow({now.bounds, white});
     activate(window->window());
     EXPECT_TRUE(shows(margin, now.fills ? background : dimmed(background, balanced)));
     EXPECT_TRUE(keeps(margin, now.fills ? background : dimmed(background, balanced), 400ms));
     EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
-    EXPECT_TRUE(shows(red_->spot(), dimmed(red_->color(), balanced)));
+    EXPECT_TRUE(shows(red_->spot(), dimmed(red_->color(), now.isFrontWindow ? balanced : 0)));
     EXPECT_TRUE(shows(window->spot(), white));
   }
   EXPECT_TRUE(shows(margin, dimmed(background, balanced)));

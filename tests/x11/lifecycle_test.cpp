@@ -100,8 +100,9 @@ TEST_F(StartUp, OnWaylandAloneAsksForAnX11Session) {
   expectOneLine({}, 1, "X11");
 }
 
-TEST_F(StartUp, UnknownOptionIsNamed) {
+TEST_F(StartUp, UnknownWordsAreNamed) {
   expectOneLine({"--no-such-option"}, 2, "--no-such-option");
+  expectOneLine({"no-url"}, 2, "no-url");
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ inline void setRootPicture(const std::string& display, int edge, Pixel left, Pix
     xcb_poly_fill_rectangle(x.get(), pixmap, context, 1, &area);
     xcb_free_gc(x.get(), context);
   };
-  fill(left, 0, edge);
+  if (edge > 0) fill(left, 0, edge);
   fill(right, edge, screen.width_in_pixels);
   xcb_change_window_attributes(x.get(), x.root(), XCB_CW_BACK_PIXMAP, &pixmap);
   xcb_clear_area(x.get(), 0, x.root(), 0, 0, 0, 0);

@@ -18,6 +18,11 @@ class OnTheBus : public Desktop {
     }));
   }
 
+  // After the last switch: whether the program comes to have counted so many in all.
+  bool hasCounted(int switches) const {
+    return waitUntil([&] { return settings().value("hushpane.reviewSwitchCount") == std::to_string(switches); });
+  }
+
   // What the desktop widget does when its user picks a mode.
   void widgetAsksFor(const char* mode) {
     sharedFile().write({{"hushpane.userMode", xml(mode)}, {"hushpane.language", xml("de")}});
@@ -42,9 +47,9 @@ TEST_F(OnTheBus, SecondStartHandsItsUrlsToTheFirst) {
   EXPECT_EQ(settings().value("hushpane.lastUserMode"), "focus");
   expectHandedOver({"hushpane://mode/focus", "hushpane://mode/anything/cleanDesktop?x=1"});
   EXPECT_TRUE(entersMode("cleanDesktop"));
-  EXPECT_EQ(switchCount(), 3);
+  EXPECT_TRUE(hasCounted(3));
   expectHandedOver({});
-  EXPECT_EQ(switchCount(), 3);
+  EXPECT_TRUE(hasCounted(3));
 }
 
 TEST_F(OnTheBus, WrongUrlsChangeNothing) {
@@ -52,11 +57,11 @@ TEST_F(OnTheBus, WrongUrlsChangeNothing) {
   startReachable();
   expectHandedOver({"hushpane://mode/Focus", "hushpane://modes/focus", "HUSHPANE://mode/focus",
                     "hushpane://mode/reveal", "hushpane://mode", "hushpane://mode/", "hushpane:focus", "hushpane://",
-                    "http://mode/focus", "focus", "", "hushpane://mode/focus/nonsense", "hushpane://mode/%zz",
-                    std::string(5000, 'x')});
+                    "http://mode/focus", "hushpane://mode/focus/nonsense", "hushpane://mode/%zz",
+                    "hushpane://mode/" + std::string(5000, 'x')});
   expectHandedOver({"hushpane://mode/cleanDesktop"});
   EXPECT_TRUE(entersMode("cleanDesktop"));
-  EXPECT_EQ(switchCount(), 1);
+  EXPECT_TRUE(hasCounted(1));
 }
 
 TEST_F(OnTheBus, WidgetSwitchesTheMode) {
@@ -69,7 +74,7 @@ TEST_F(OnTheBus, WidgetSwitchesTheMode) {
   widgetAsksFor("focus");
   EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
   EXPECT_TRUE(waitUntil([this] { return settings().value("hushpane.lastUserMode") == "focus"; }));
-  EXPECT_TRUE(waitUntil([this] { return switchCount() == 1; }));
+  EXPECT_TRUE(hasCounted(1));
   EXPECT_EQ(sharedFile().value("hushpane.userMode"), "focus");
   EXPECT_EQ(sharedFile().value("hushpane.language"), "de") << "what others wrote there stays";
   const auto reloads = [&] {

@@ -12,7 +12,7 @@ class WindowManager {
  public:
   WindowManager(const Environment& environment, const std::filesystem::path& folder, const XConnection& x)
       : process_({"openbox", "--config-file", configuration(folder)}, environment, folder) {
-    if (!waitUntil([&] { return !x.numbers(x.root(), "_NET_SUPPORTING_WM_CHECK").empty(); })) {
+    if (!waitUntil([&] { return !x.numbers(x.root(), "_NET_SUPPORTED").empty(); })) {
       throw std::runtime_error("openbox did not start: " + process_.errors());
     }
   }
