@@ -11,8 +11,13 @@
 namespace hushpane::x11 {
 
 namespace {
+
 // Programs that set a background publish its pixmap under these names.
 constexpr std::array<std::string_view, 2> publishedNames{"_XROOTPMAP_ID", "ESETROOT_PMAP_ID"};
+
+// What compositors paint where no background is published; the root itself is theirs to paint on.
+constexpr platform::Color unpublishedBackground{0.5, 0.5, 0.5, 1};
+
 }  // namespace
 
 struct RootBackground::Held {
@@ -20,9 +25,11 @@ struct RootBackground::Held {
   Picture picture;
 };
 
-RootBackground::RootBackground(Connection& connection, Render& render) : connection_(connection), render_(render) {
+RootBackground::RootBackground(Connection& connection, Render& render, CompositorWatch& compositor)
+    : connection_(connection), render_(render), compositor_(compositor) {
   connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
+  compositorChanges_ = compositor_.addChangeHandler([this] { changed(); });
 }
 
 void RootBackground::handle(const xcb_generic_event_t& event) {
@@ -35,7 +42,10 @@ void RootBackground::handle(const xcb_generic_event_t& event) {
   }
   if (type == XCB_CONFIGURE_NOTIFY)
     isChanged = reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root();
-  if (!isChanged) return;
+  if (isChanged) changed();
+}
+
+void RootBackground::changed() {
   held_.reset();
   handlers_.forEach([](const auto& handler) { handler(); });
 }
@@ -46,6 +56,9 @@ std::shared_ptr<const Picture> RootBackground::picture() {
     if (const auto pixmap = publishedPixmap()) {
       held = std::make_shared<Held>();
       held->picture = render_.makeTiledPicture(pixmap, connection_.screen().root_visual);
+    } else if (compositor_.isRunning()) {
+      held = std::make_shared<Held>();
+      held->picture = render_.makeSolid(unpublishedBackground);
     } else {
       held = copyOfRoot();
     }
@@ -56,18 +69,21 @@ std::shared_ptr<const Picture> RootBackground::picture() {
 
 xcb_pixmap_t RootBackground::publishedPixmap() {
   auto* const server = connection_.get();
-  for (const auto name : publishedNames) {
-    const Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(
-        server, xcb_get_property(server, 0, connection_.root(), connection_.atom(name), XCB_ATOM_PIXMAP, 0, 1),
-        nullptr));
-    if (!property || property->format != 32 || property->value_len < 1) continue;
+  std::array<xcb_get_property_cookie_t, publishedNames.size()> cookies;
+  for (std::size_t index = 0; index < cookies.size(); ++index)
+    cookies[index] =
+        xcb_get_property(server, 0, connection_.root(), connection_.atom(publishedNames[index]), XCB_ATOM_PIXMAP, 0, 1);
+  xcb_pixmap_t found = XCB_PIXMAP_NONE;
+  for (const auto cookie : cookies) {
+    const Reply<xcb_get_property_reply_t> property(xcb_get_property_reply(server, cookie, nullptr));
+    if (found || !property || property->format != 32 || property->value_len < 1) continue;
     const auto pixmap = *static_cast<const xcb_pixmap_t*>(xcb_get_property_value(property.get()));
     // The property may outlive the pixmap.
     const Reply<xcb_get_geometry_reply_t> geometry(
         xcb_get_geometry_reply(server, xcb_get_geometry(server, pixmap), nullptr));
-    if (geometry && geometry->depth == connection_.screen().root_depth) return pixmap;
+    if (geometry && geometry->depth == connection_.screen().root_depth) found = pixmap;
   }
-  return XCB_PIXMAP_NONE;
+  return found;
 }
 
 // A window at the bottom that inherits the root's background and is drawn into a pixmap of its own, never to be seen:

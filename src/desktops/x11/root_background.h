@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/render.h"
 #include "platform/handler_list.h"
@@ -11,7 +12,7 @@ namespace hushpane::x11 {
 // The picture behind all windows.
 class RootBackground {
  public:
-  RootBackground(Connection& connection, Render& render);
+  RootBackground(Connection& connection, Render& render, CompositorWatch& compositor);
 
   // Fills the target from the root's origin on. Kept on the server only while someone holds it.
   std::shared_ptr<const Picture> picture();
@@ -22,14 +23,17 @@ class RootBackground {
  private:
   struct Held;
   void handle(const xcb_generic_event_t& event);
+  void changed();
   xcb_pixmap_t publishedPixmap();
   std::shared_ptr<Held> copyOfRoot();
 
   Connection& connection_;
   Render& render_;
+  CompositorWatch& compositor_;
   std::weak_ptr<Held> held_;
   platform::HandlerList<void()> handlers_;
   platform::Token events_;
+  platform::Token compositorChanges_;
 };
 
 }  // namespace hushpane::x11

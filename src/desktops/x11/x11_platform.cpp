@@ -94,7 +94,7 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       compositor_(*connection_, base_->queue),
       render_(*connection_),
       coveredWindows_(*connection_, render_),
-      rootBackground_(*connection_, render_),
+      rootBackground_(*connection_, render_, compositor_),
       placement_(*connection_, base_->queue, tree_),
       stage_(animator_, base_->queue, turnEnd_, placement_,
              {*connection_, render_, tree_, screens_, compositor_, coveredWindows_, rootBackground_}),
