@@ -1,0 +1,94 @@
+#include "desktops/x11/server_order.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+
+namespace hushpane::x11 {
+namespace {
+
+using platform::Window;
+
+// A stack from bottom to top, a letter for each window: d and D desktop, o and p ordinary, r raised, x passive, 1 and 2
+// overlays.
+std::vector<OrderItem> stackOf(const std::string& letters) {
+  const std::map<char, OrderRole> roles{
+      {'d', OrderRole::desktop}, {'D', OrderRole::desktop}, {'o', OrderRole::ordinary}, {'p', OrderRole::ordinary},
+      {'r', OrderRole::raised},  {'x', OrderRole::passive}, {'1', OrderRole::overlay},  {'2', OrderRole::overlay}};
+  std::vector<OrderItem> stack;
+  for (const char letter : letters) stack.push_back({static_cast<xcb_window_t>(letter), roles.at(letter)});
+  return stack;
+}
+
+std::string lettersOf(const std::vector<OrderItem>& stack) {
+  std::string letters;
+  for (const auto& item : stack) letters += static_cast<char>(item.id);
+  return letters;
+}
+
+struct Case {
+  const char* name;
+  const char* before;
+  PlacementWish wish;
+  const char* after;  // the same as before: nothing is asked of the server
+};
+
+PlacementWish aboveDesktop(char window = '1') {
+  return {static_cast<xcb_window_t>(window), platform::windowLevel::aboveDesktop};
+}
+PlacementWish front(char window = '1') {
+  return {static_cast<xcb_window_t>(window)};
+}
+PlacementWish below(char sibling, bool isPlaced = true, char window = '1') {
+  return {static_cast<xcb_window_t>(window), platform::windowLevel::normal, Window::Place::below,
+          static_cast<xcb_window_t>(sibling), isPlaced};
+}
+
+TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
+  const Case cases[] = {
+      {"above the desktop from the top", "dop1", aboveDesktop(), "d1op"},
+      {"above the desktop already", "d1op", aboveDesktop(), "d1op"},
+      {"above the desktop, what is not seen between", "dx1op", aboveDesktop(), "dx1op"},
+      {"above the desktop from beneath it", "1dop", aboveDesktop(), "d1op"},
+      {"above the topmost of two desktops", "dDo1", aboveDesktop(), "dD1o"},
+      {"without a desktop to the bottom", "op1", aboveDesktop(), "1op"},
+      {"without a desktop at the bottom already", "x1op", aboveDesktop(), "x1op"},
+      {"below a window from beneath others", "1op", below('p'), "o1p"},
+      {"below a window from above it", "op1r", below('p'), "o1pr"},
+      {"below a window already, an unseen one between", "o1xp", below('p'), "o1xp"},
+      {"below a window already, the other overlay between", "o12p", below('p'), "o12p"},
+      {"below a window that is gone: stays", "o1p", below('q'), "o1p"},
+      {"below a window that is gone, never placed: in front", "1opr", below('q', false), "op1r"},
+      {"in front, beneath docks", "1opr", front(), "op1r"},
+      {"in front already", "op12r", front(), "op12r"},
+      {"in front of nothing", "d1r", front(), "d1r"},
+      {"not in the stack", "op", front(), "op"},
+  };
+  for (const auto& [name, before, wish, after] : cases) {
+    SCOPED_TRACE(name);
+    auto stack = stackOf(before);
+    const auto steps = restacksFor(wish, stack);
+    EXPECT_EQ(steps.empty(), std::string(before) == after);
+    for (const auto& step : steps) carryOut(step, stack);
+    EXPECT_EQ(lettersOf(stack), after);
+    EXPECT_TRUE(restacksFor(wish, stack).empty()) << "a place that was just taken is right";
+  }
+}
+
+TEST(ServerOrderTest, OverlaysWithTheSameWishSettleAndStay) {
+  for (const auto& wishes : {std::vector{below('p', true, '1'), below('p', true, '2')},
+                             std::vector{aboveDesktop('1'), aboveDesktop('2')}, std::vector{front('1'), front('2')}}) {
+    auto stack = stackOf("1do2pr");
+    for (int round = 0; round < 2; ++round) {
+      for (const auto& wish : wishes) {
+        const auto steps = restacksFor(wish, stack);
+        EXPECT_TRUE(round == 0 || steps.empty());
+        for (const auto& step : steps) carryOut(step, stack);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace hushpane::x11
