@@ -61,6 +61,7 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
       {"below a window that is gone: stays", "o1p", below('q'), "o1p"},
       {"below a window that is gone, never placed: in front", "1opr", below('q', false), "op1r"},
       {"in front, beneath docks", "1opr", front(), "op1r"},
+      {"in front from above docks", "opr1", front(), "op1r"},
       {"in front already", "op12r", front(), "op12r"},
       {"in front of nothing", "d1r", front(), "d1r"},
       {"not in the stack", "op", front(), "op"},
