@@ -183,8 +183,7 @@ TEST(PropertyList, TakesNothingFromHostileBinaryLists) {
   EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x09"s, asciiObject("k"), "\x09"s})), std::nullopt) << "no such object";
   EXPECT_EQ(parsePropertyList(whole({"\xDF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), std::nullopt) << "huge count";
   EXPECT_EQ(parsePropertyList(whole({"\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}, 8)), std::nullopt);
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x6F\x13\x80\0\0\0\0\0\0\x01"s})),
-            std::nullopt);
+  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x6F\x13\x80\0\0\0\0\0\0\0"s})), std::nullopt);
   EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x51\xFF"s})), std::nullopt) << "not ASCII";
   EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x62\0a\xD8\x3D"s})), std::nullopt)
       << "half a surrogate pair";
@@ -236,6 +235,8 @@ TEST(PropertyList, TakesNothingFromBrokenOldStyleText) {
                            "/* {k=v;}"s,
                            "{k=\"\\UD83D\";}"s,
                            "{k=\"\\UDE00\";}"s,
+                           "{k=\"\\UD83D\\U0041\";}"s,
+                           "\xFE\xFF\0k\0;\0"s,
                            "(a)"s,
                            "<00>"s,
                            "{k=\"\xFF\";}"s,
