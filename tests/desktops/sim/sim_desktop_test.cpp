@@ -58,10 +58,11 @@ TEST_F(SimDesktopTest, ACoverKeepsItsPlaceWhileOtherWindowsMove) {
 
 TEST_F(SimDesktopTest, ACoverBelowAWindowOfAnotherLayerStaysInItsOwn) {
   const auto ordinary = add(101);
-  const auto floating = add(102, 3);
+  const auto raised = add(102, 1);
+  const auto floating = add(103, 3);
   const auto window = cover();
   window->orderBelow(floating);
-  EXPECT_EQ(order(), (Numbers{floating, numberOf(window), ordinary}));
+  EXPECT_EQ(order(), (Numbers{floating, raised, numberOf(window), ordinary}));
 }
 
 TEST_F(SimDesktopTest, OnlyTheLastPlaceOfATurnReachesTheScreen) {
@@ -78,6 +79,9 @@ TEST_F(SimDesktopTest, OnlyTheLastPlaceOfATurnReachesTheScreen) {
     EXPECT_TRUE(static_cast<SimWindow&>(*window).isOnScreen());
     window->orderBelow(first);
     EXPECT_EQ(order(), (Numbers{second, numberOf(window), first})) << "within the turn";
+  });
+  desktop.mainQueue().async([&] {
+    EXPECT_EQ(order(), (Numbers{second, first, numberOf(window)})) << "in the next turn";
   });
   desktop.drain();
   EXPECT_EQ(order(), (Numbers{second, first, numberOf(window)}));
@@ -226,6 +230,9 @@ TEST(SimPlatformTest, TheEndOfTheProgramLeavesTheDesktopAndTheStorage) {
   int late = 0;
   desktop.mainQueue().async([&] { ++late; });
   desktop.application().setOpenUrlsHandler([&](const auto&) { ++late; });
+  auto fading = desktop.windows().makeWindow({0, 0, 10, 10}, {});
+  fading->animateAlpha(0, {1, platform::TimingFunction::linear});
+  fading.reset();
   Process::ended().clear();
   desktop.endProgram();
   EXPECT_EQ(Process::ended().size(), 1u);
