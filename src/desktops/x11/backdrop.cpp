@@ -3,7 +3,7 @@
 #include <xcb/shape.h>
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 #include <utility>
 
 namespace hushpane::x11 {
@@ -94,10 +94,9 @@ void Backdrop::keep(Covered& covered, BackdropUse use) {
 // Where the stacks are the same from the bottom and from the top on, nothing is to be drawn.
 void Backdrop::markDifferences(const std::vector<Covered>& before) {
   const auto same = [](const Covered& a, const Covered& b) { return looksTheSame(a.entry, b.entry); };
-  const auto [oldFirst, newFirst] = std::ranges::mismatch(before, covered_, same);
-  const auto [oldLast, newLast] =
-      std::ranges::mismatch(std::ranges::subrange(oldFirst, before.end()) | std::views::reverse,
-                            std::ranges::subrange(newFirst, covered_.end()) | std::views::reverse, same);
+  const auto [oldFirst, newFirst] = std::mismatch(before.begin(), before.end(), covered_.begin(), covered_.end(), same);
+  const auto [oldLast, newLast] = std::mismatch(before.rbegin(), std::make_reverse_iterator(oldFirst),
+                                                covered_.rbegin(), std::make_reverse_iterator(newFirst), same);
   for (auto each = oldFirst; each != oldLast.base(); ++each) markDirty(each->entry.bounds);
   for (auto each = newFirst; each != newLast.base(); ++each) markDirty(each->entry.bounds);
 }
@@ -132,8 +131,8 @@ void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scal
   const Region rest(server, connection_.newId());
   xcb_xfixes_create_region(server, rest.get(), static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
   const auto bounds = areas.bounds().translated(overlay_.x, overlay_.y);
-  for (auto& covered : covered_ | std::views::reverse)
-    if (!covered.entry.bounds.intersection(bounds).isEmpty()) composeWindow(covered, target, rest, scale);
+  for (auto covered = covered_.rbegin(); covered != covered_.rend(); ++covered)
+    if (!covered->entry.bounds.intersection(bounds).isEmpty()) composeWindow(*covered, target, rest, scale);
   xcb_xfixes_set_picture_clip_region(server, target.picture.get(), rest.get(), 0, 0);
   if (!root_) root_ = background_.picture();
   const PixelRect everything{0, 0, target.width, target.height};

@@ -1,7 +1,6 @@
 #include "desktops/x11/layers.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace hushpane::x11 {
 
@@ -29,7 +28,7 @@ std::vector<Layer> layersOf(const platform::View& view) {
   std::vector<Layer> layers;
   collect(view, 1, layers);
   std::erase_if(layers, [](const Layer& layer) { return layer.opacity <= 0; });
-  const auto opaque = std::ranges::find_if(layers | std::views::reverse, &Layer::isOpaque);
+  const auto opaque = std::find_if(layers.rbegin(), layers.rend(), [](const Layer& layer) { return layer.isOpaque(); });
   if (opaque != layers.rend()) layers.erase(layers.begin(), opaque.base() - 1);
   return layers;
 }

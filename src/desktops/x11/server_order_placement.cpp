@@ -10,6 +10,18 @@ namespace {
 constexpr int attemptsPerReason = 3;
 constexpr double secondsOfQuiet = 1;  // after which a wrong place is a new reason
 
+// Window managers and toolkits park helper windows left of or above the screen.
+bool isParked(const StackEntry& entry) {
+  return entry.bounds.right() <= 0 || entry.bounds.bottom() <= 0;
+}
+
+OrderRole roleOf(const StackEntry& entry) {
+  if (entry.isOwn) return OrderRole::overlay;
+  if (!entry.isVisible() || isParked(entry)) return OrderRole::passive;
+  if (entry.facts.kind == WindowKind::desktop) return OrderRole::desktop;
+  return layerOf(entry.layerFacts()) == 0 ? OrderRole::ordinary : OrderRole::raised;
+}
+
 }  // namespace
 
 ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree)
@@ -18,15 +30,6 @@ ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::Mai
   errors_ = connection_.addErrorHandler([this](const xcb_generic_error_t& error) {
     if (error.major_code == XCB_CONFIGURE_WINDOW) tree_.distrustOrder();
   });
-}
-
-OrderRole ServerOrderPlacement::roleOf(const StackEntry& entry) const {
-  if (entry.isOwn) return OrderRole::overlay;
-  const auto& screen = connection_.screen();
-  const PixelRect root{0, 0, screen.width_in_pixels, screen.height_in_pixels};
-  if (!entry.isVisible() || entry.bounds.intersection(root).isEmpty()) return OrderRole::passive;
-  if (entry.facts.kind == WindowKind::desktop) return OrderRole::desktop;
-  return layerOf(entry.layerFacts()) == 0 ? OrderRole::ordinary : OrderRole::raised;
 }
 
 PlacementPlan ServerOrderPlacement::plan(const std::vector<StackEntry>& stack,

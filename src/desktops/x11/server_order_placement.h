@@ -27,7 +27,6 @@ class ServerOrderPlacement : public Placement {
     double lastAt = 0;
   };
   bool mayAssert(const PlacementWish& wish);
-  OrderRole roleOf(const StackEntry& entry) const;
 
   Connection& connection_;
   platform::MainQueue& queue_;

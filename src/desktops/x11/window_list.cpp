@@ -1,7 +1,5 @@
 #include "desktops/x11/window_list.h"
 
-#include <ranges>
-
 namespace hushpane::x11 {
 
 std::optional<std::span<const platform::WindowInfo>> WindowList::onScreenWindows() {
@@ -12,8 +10,8 @@ std::optional<std::span<const platform::WindowInfo>> WindowList::onScreenWindows
       revision_ == tree_.revision() && workspaceShown_ == workspace_.currentWorkspace() && origin_ == origin;
   if (!isCurrent) {
     windows_.clear();
-    for (const auto& entry : entries | std::views::reverse)
-      if (isListed(entry)) windows_.push_back(describe(entry));
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+      if (isListed(*entry)) windows_.push_back(describe(*entry));
     revision_ = tree_.revision();
     workspaceShown_ = workspace_.currentWorkspace();
     origin_ = origin;
