@@ -2,16 +2,34 @@
 
 namespace hushpane::x11_tests {
 
+// A visual with 8 bits of alpha beside the colours.
+static xcb_visualid_t alphaVisual(const xcb_screen_t& screen) {
+  for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem; xcb_depth_next(&depth)) {
+    if (depth.data->depth == 32 && depth.data->visuals_len > 0) return xcb_depth_visuals(depth.data)->visual_id;
+  }
+  throw std::runtime_error("the X server has no visual with alpha");
+}
+
 ClientWindow::ClientWindow(const std::string& display, const Look& look)
     : x_(display), window_(xcb_generate_id(x_.get())), color_(look.color) {
-  const std::uint32_t values[] = {look.color.value, look.overridesRedirect, XCB_EVENT_MASK_BUTTON_PRESS};
-  xcb_create_window(x_.get(), XCB_COPY_FROM_PARENT, window_, x_.root(), static_cast<std::int16_t>(look.bounds.x),
-                    static_cast<std::int16_t>(look.bounds.y), static_cast<std::uint16_t>(look.bounds.width),
-                    static_cast<std::uint16_t>(look.bounds.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                    XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
+  create(look);
   describe(look);
   xcb_map_window(x_.get(), window_);
   if (!waitUntil([&] { return x_.isOnScreen(window_); })) throw std::runtime_error("a window did not appear");
+}
+
+void ClientWindow::create(const Look& look) const {
+  const bool hasAlpha = look.opacity < 255;
+  const xcb_visualid_t visual = hasAlpha ? alphaVisual(x_.screen()) : x_.screen().root_visual;
+  const xcb_colormap_t colormap = xcb_generate_id(x_.get());
+  xcb_create_colormap(x_.get(), XCB_COLORMAP_ALLOC_NONE, colormap, x_.root(), visual);
+  const std::uint32_t values[] = {look.color.value | std::uint32_t{look.opacity} << 24, 0, look.overridesRedirect,
+                                  XCB_EVENT_MASK_BUTTON_PRESS, colormap};
+  xcb_create_window(
+      x_.get(), hasAlpha ? 32 : x_.screen().root_depth, window_, x_.root(), static_cast<std::int16_t>(look.bounds.x),
+      static_cast<std::int16_t>(look.bounds.y), static_cast<std::uint16_t>(look.bounds.width),
+      static_cast<std::uint16_t>(look.bounds.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values);
 }
 
 ClientWindow::~ClientWindow() {

@@ -15,6 +15,7 @@ class ClientWindow {
     Pixel color;
     std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
     bool overridesRedirect = false;  // menus and tooltips stand outside the window manager
+    std::uint8_t opacity = 255;      // less: what a compositor is to blend; the color is premultiplied
   };
 
   ClientWindow(const std::string& display, const Look& look);
@@ -31,6 +32,7 @@ class ClientWindow {
   int clicks();
 
  private:
+  void create(const Look& look) const;
   void describe(const Look& look) const;
 
   XConnection x_;

@@ -66,7 +66,7 @@ TEST_P(Lifecycle, EndsQuietlyWithTheServer) {
   chooseMode("focus");
   startHushpane();
   ASSERT_TRUE(shows(leftSpot, dimmed(background, balanced)));
-  server_->terminate();
+  endServer();
   const auto status = hushpane().wait();
   ASSERT_TRUE(status.has_value()) << "still running";
   EXPECT_LE(*status, 1);

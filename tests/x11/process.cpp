@@ -52,26 +52,29 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
   std::vector<std::string> variables;
   for (const auto& [key, value] : environment) variables.push_back(key + "=" + value);
 
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe can be made");
-  reportPipe_ = ends[0];
+  int reports[2], inputs[2];
+  if (pipe2(reports, O_CLOEXEC) != 0 || pipe2(inputs, O_CLOEXEC) != 0) throw std::runtime_error("no pipe can be made");
+  reportPipe_ = reports[0];
+  inputPipe_ = inputs[1];
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], reportDescriptor);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  posix_spawn_file_actions_adddup2(&actions, inputs[0], STDIN_FILENO);
+  posix_spawn_file_actions_adddup2(&actions, reports[1], reportDescriptor);
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outputFile_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   const std::string setpriv = findProgram("setpriv", environment);
   const int error =
       posix_spawn(&pid_, setpriv.c_str(), &actions, nullptr, pointers(arguments).data(), pointers(variables).data());
   posix_spawn_file_actions_destroy(&actions);
-  close(ends[1]);
+  close(reports[1]);
+  close(inputs[0]);
   if (error != 0) throw std::runtime_error(name_ + " cannot be started");
 }
 
 Process::~Process() {
   terminate();
   close(reportPipe_);
+  close(inputPipe_);
 }
 
 std::optional<int> Process::poll() {
@@ -96,6 +99,11 @@ std::optional<int> Process::terminate() {
   signal(SIGTERM);
   if (!wait()) signal(SIGKILL);
   return wait();
+}
+
+void Process::tell(const std::string& line) const {
+  const std::string bytes = line + '\n';
+  if (write(inputPipe_, bytes.data(), bytes.size()) < 0) throw std::runtime_error(name_ + " does not listen");
 }
 
 std::string Process::output() const {

@@ -32,9 +32,12 @@ class Process {
   // Asks it to end, insists after a while, and waits.
   std::optional<int> terminate();
 
+  // Gives it a line to read.
+  void tell(const std::string& line) const;
+
   std::string output() const;
   std::string errors() const;
-  // The first line that the program wrote on its descriptor `reportDescriptor`; throws when none comes.
+  // The next line that the program writes on its descriptor `reportDescriptor`; throws when none comes.
   static constexpr int reportDescriptor = 3;
   std::string report();
 
@@ -45,6 +48,7 @@ class Process {
   std::filesystem::path outputFile_;
   std::filesystem::path errorFile_;
   int reportPipe_ = -1;
+  int inputPipe_ = -1;
   pid_t pid_ = -1;
   std::optional<int> status_;
 };

@@ -93,7 +93,7 @@ TEST_F(OnTheBus, SurvivesTheEndOfTheBus) {
   chooseMode("cleanDesktop");
   startReachable();
   ASSERT_TRUE(shows(leftSpot, dimmed(background, balanced)));
-  bus_->terminate();
+  endBus();
   EXPECT_TRUE(keeps(leftSpot, dimmed(background, balanced), 500ms));
   keyboard("keydown", "alt");
   EXPECT_TRUE(shows(leftSpot, background));

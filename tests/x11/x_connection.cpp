@@ -96,6 +96,7 @@ Picture XConnection::capture(const Rect& area) const {
   if (!reply) throw std::runtime_error("the screen cannot be read");
   Picture picture{width, height, std::vector<std::uint32_t>(std::size_t{width} * height)};
   std::memcpy(picture.pixels.data(), xcb_get_image_data(reply.get()), picture.pixels.size() * sizeof(std::uint32_t));
+  for (std::uint32_t& pixel : picture.pixels) pixel &= 0xffffff;
   return picture;
 }
 

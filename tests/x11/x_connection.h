@@ -36,7 +36,7 @@ struct Picture {
   int height = 0;
   std::vector<std::uint32_t> pixels;
 
-  Pixel at(int x, int y) const { return {pixels[static_cast<std::size_t>(y * width + x)] & 0xffffff}; }
+  Pixel at(int x, int y) const { return {pixels[static_cast<std::size_t>(y * width + x)]}; }
   bool operator==(const Picture&) const = default;
 };
 

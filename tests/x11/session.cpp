@@ -1,0 +1,97 @@
+#include "tests/x11/session.h"
+
+#include "tests/x11/root_picture.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+Environment homeEnvironment(const std::filesystem::path& home) {
+  Environment environment{{"HOME", home},
+                          {"LANG", "C.UTF-8"},
+                          {"XDG_CONFIG_HOME", home / "config"},
+                          {"XDG_DATA_HOME", home / "data"},
+                          {"XDG_CACHE_HOME", home / "cache"},
+                          {"XDG_RUNTIME_DIR", home / "runtime"}};
+  for (const char* folder : {"config", "data", "cache", "runtime", "logs"}) {
+    std::filesystem::create_directory(home / folder);
+  }
+  std::filesystem::permissions(home / "runtime", std::filesystem::perms::owner_all);
+  for (const char* name : {"PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    if (const char* value = std::getenv(name)) environment[name] = value;
+  }
+  return environment;
+}
+
+}  // namespace
+
+Session::Session() : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {
+  server_ = std::make_unique<XServer>(environment_, logs_);
+  environment_["DISPLAY"] = server_->display();
+  x_ = std::make_unique<XConnection>(server_->display());
+  windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
+  runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", "screen"});
+  runTool({"xsetroot", "-solid", "#6080a0"});
+}
+
+void Session::startBus() {
+  bus_ = std::make_unique<SessionBus>(environment_, logs_);
+  environment_["DBUS_SESSION_BUS_ADDRESS"] = bus_->address();
+}
+
+// A compositor draws the background itself and knows only backgrounds that are named. It is ready when it blends: in
+// its first moments picom 9.1 paints black instead of what lies beneath a translucent window.
+void Session::startCompositor() {
+  setRootPicture(display(), 0, background, background);
+  compositor_ = std::make_unique<Compositor>(environment_, logs_, *x_);
+  constexpr Point corner{1919, 1079};
+  const Pixel before = x_->pixel(corner);
+  constexpr std::uint8_t half = 128;
+  {
+    const ClientWindow speck(display(), {{corner.x, corner.y, 1, 1}, {0}, "_NET_WM_WINDOW_TYPE_TOOLTIP", true, half});
+    waitUntil([&] { return isNear(x_->pixel(corner), dimmed(before, 0.5)); });
+  }
+  waitUntil([&] { return x_->pixel(corner) == before; });
+}
+
+void Session::killCompositor(int signal) {
+  compositor_->signal(signal);
+  waitUntil([this] { return !Compositor::isRunning(*x_); });
+  compositor_.reset();
+}
+
+void Session::restartWindowManager() {
+  windowManager_.reset();
+  windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
+}
+
+void Session::activate(xcb_window_t window) const {
+  runTool({"xdotool", "windowactivate", std::to_string(window)});
+  if (!waitUntil([&] { return x_->activeWindow() == window; })) throw std::runtime_error("a window stays in the back");
+}
+
+void Session::click(Point point) const {
+  runTool({"xdotool", "mousemove", std::to_string(int(point.x)), std::to_string(int(point.y))});
+  runTool({"xdotool", "click", "1"});
+}
+
+void Session::keyboard(const std::string& action, const std::string& keys) const {
+  runTool({"xdotool", action, keys});
+}
+
+void Session::plugInRightMonitor() const {
+  runTool({"xrandr", "--setmonitor", "RIGHT", "800/210x1080/290+1120+0", "none"});
+}
+
+void Session::unplugRightMonitor() const {
+  runTool({"xrandr", "--delmonitor", "RIGHT"});
+}
+
+SettingsFile Session::settings() const {
+  return SettingsFile(home_.path() / "config/hushpane/com.corvane.Hushpane.plist");
+}
+
+SettingsFile Session::sharedFile() const {
+  return SettingsFile(home_.path() / "data/group.com.corvane.Hushpane/hushpane-shared.plist");
+}
+
+}  // namespace hushpane::x11_tests
