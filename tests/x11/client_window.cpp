@@ -47,15 +47,6 @@ void ClientWindow::describe(const Look& look) const {
   x_.setNumbers(window_, "_NET_WM_WINDOW_TYPE", "ATOM", {x_.atom(look.type)});
 }
 
-void ClientWindow::setBounds(const Rect& bounds) {
-  const std::uint32_t values[] = {static_cast<std::uint32_t>(bounds.x), static_cast<std::uint32_t>(bounds.y),
-                                  static_cast<std::uint32_t>(bounds.width), static_cast<std::uint32_t>(bounds.height)};
-  xcb_configure_window(x_.get(), window_,
-                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                       values);
-  x_.sync();
-}
-
 int ClientWindow::clicks() {
   while (const auto event = own(xcb_poll_for_event(x_.get()))) {
     if ((event->response_type & 0x7f) == XCB_BUTTON_PRESS) ++clicks_;

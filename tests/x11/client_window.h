@@ -27,7 +27,7 @@ class ClientWindow {
   Pixel color() const { return color_; }
   Rect bounds() const { return x_.bounds(window_); }
   Point spot() const { return center(bounds()); }
-  void setBounds(const Rect& bounds);
+  void setBounds(const Rect& bounds) { x_.setBounds(window_, bounds); }
   // How many clicks have reached the window so far.
   int clicks();
 

@@ -44,7 +44,7 @@ void Desktop::startHushpane(const std::vector<std::string>& arguments, const std
     return std::filesystem::last_write_time(file, missing);
   };
   const auto before = lastPublished();
-  untouched_ = x().capture();
+  untouched_ = settledPicture();
   hushpane_ = spawn(launcher, arguments);
   waitUntil([&] { return lastPublished() != before || !hushpane_->isRunning(); });
   if (lastPublished() == before) {
@@ -103,6 +103,16 @@ testing::AssertionResult Desktop::showsDimExcept(const std::vector<Rect>& clear,
 
 testing::AssertionResult Desktop::looksUntouched() const {
   return showsDimExcept({}, 0);
+}
+
+Picture Desktop::settledPicture() const {
+  Picture last, now = x().capture();
+  waitUntil([&] {
+    std::this_thread::sleep_for(30ms);
+    last = std::exchange(now, x().capture());
+    return last == now;
+  });
+  return now;
 }
 
 void Desktop::shot(const std::string& name) const {

@@ -44,6 +44,8 @@ class Desktop : public testing::Test, protected Session {
   testing::AssertionResult showsDimExcept(const std::vector<Rect>& clear, double alpha = balanced) const;
   // Whether the whole screen comes to look as if the program did not run.
   testing::AssertionResult looksUntouched() const;
+  // The screen once nothing draws on it any more.
+  Picture settledPicture() const;
   // Saves a picture for people who ask for it.
   void shot(const std::string& name) const;
 

@@ -17,8 +17,10 @@ TEST_F(Harness, StandsAsTheTestsExpectIt) {
 
 TEST_F(Harness, WatchSeesWhatHappensMillisecondByMillisecond) {
   const Rect overlap = red_->bounds().intersection(green_->bounds());
+  EXPECT_TRUE(shows(center(overlap), red_->color()));
   ScreenWatch watch(display(), {center(overlap)});
   activate(green_->window());
+  EXPECT_TRUE(shows(center(overlap), green_->color()));
   const auto looks = watch.stop();
   EXPECT_EQ(looks.front().activeWindow, red_->window());
   EXPECT_EQ(looks.front().pixels[0], red_->color());
@@ -27,7 +29,7 @@ TEST_F(Harness, WatchSeesWhatHappensMillisecondByMillisecond) {
 }
 
 TEST_F(Harness, CompositorShowsTheSamePicture) {
-  const Picture before = x().capture();
+  const Picture before = settledPicture();
   startCompositor();
   EXPECT_TRUE(waitUntil([&] { return x().capture() == before; }));
   const auto window = openWindow({{700, 700, 100, 100}, {0xffffff}});

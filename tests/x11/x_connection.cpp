@@ -72,6 +72,15 @@ Rect XConnection::bounds(xcb_window_t window) const {
   return {double(place->dst_x), double(place->dst_y), double(size->width), double(size->height)};
 }
 
+void XConnection::setBounds(xcb_window_t window, const Rect& bounds) const {
+  const std::uint32_t values[] = {static_cast<std::uint32_t>(bounds.x), static_cast<std::uint32_t>(bounds.y),
+                                  static_cast<std::uint32_t>(bounds.width), static_cast<std::uint32_t>(bounds.height)};
+  xcb_configure_window(get(), window,
+                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                       values);
+  sync();
+}
+
 bool XConnection::isOnScreen(xcb_window_t window) const {
   const auto reply = own(xcb_get_window_attributes_reply(get(), xcb_get_window_attributes(get(), window), nullptr));
   return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;

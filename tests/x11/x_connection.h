@@ -65,6 +65,7 @@ class XConnection {
   xcb_window_t frameOf(xcb_window_t window) const;
   // In coordinates of the root.
   Rect bounds(xcb_window_t window) const;
+  void setBounds(xcb_window_t window, const Rect& bounds) const;
   bool isOnScreen(xcb_window_t window) const;
   // The children of the root, from back to front.
   std::vector<xcb_window_t> stacking() const;
