@@ -37,4 +37,8 @@ double memoryOf(pid_t process) {
   return static_cast<double>(valueOf(folderOf(process) / "smaps_rollup", "Pss:")) / 1024;
 }
 
+double ownMemoryOf(pid_t process) {
+  return static_cast<double>(valueOf(folderOf(process) / "smaps_rollup", "Pss_Anon:")) / 1024;
+}
+
 }  // namespace hushpane::bench

@@ -14,5 +14,7 @@ ProcessUsage usageOf(pid_t process);
 
 // Megabytes of memory, shared pages counted by the share (PSS).
 double memoryOf(pid_t process);
+// Of that, what is not of a file: it does not depend on who else runs the same programs.
+double ownMemoryOf(pid_t process);
 
 }  // namespace hushpane::bench

@@ -3,8 +3,10 @@
 #include <chrono>
 
 #include "bench/bench_platform.h"
+#include "bench/desk.h"
 #include "bench/display_client.h"
 #include "bench/figure.h"
+#include "bench/process_usage.h"
 #include "bench/timings.h"
 
 namespace {
@@ -46,24 +48,39 @@ std::unique_ptr<platform::Window> show(const Cover& cover, BenchPlatform& platfo
   return window;
 }
 
-// From the damage to the new picture on the server, with the way there and back.
-double timeOfRefresh(Scene scene, const xcb_rectangle_t& damaged) {
+struct RefreshTime {
+  double elapsed = 0;  // from the damage to the new picture on the server, with the way there and back
+  double server = 0;   // of that, how long the server was at work
+};
+
+double serverSeconds() {
+  static const auto server = static_cast<pid_t>(numberFrom("BENCH_SERVER", 0));
+  return usageOf(server).cpuSeconds;
+}
+
+RefreshTime timeOfRefresh(Scene scene, const xcb_rectangle_t& damaged) {
   auto& platform = scene.platform;
   platform.runFor(frame);
   platform.finish();
   scene.painter.repaint(scene.background, damaged);
   const auto before = platform.bytesWritten();
+  const double server = serverSeconds();
   const auto start = Clock::now();
   while (platform.bytesWritten() == before) platform.turn(true);
   platform.finish();
   sync(platform.connection());
-  return std::chrono::duration<double>(Clock::now() - start).count();
+  const auto end = Clock::now();
+  return {std::chrono::duration<double>(end - start).count(), serverSeconds() - server};
 }
 
-void measureRefresh(const char* name, Scene scene, const xcb_rectangle_t& damaged) {
+void measureRefresh(const char* name, Scene scene, const xcb_rectangle_t& damaged, std::vector<double>& serverTimes) {
   benchmark::RegisterBenchmark(name,
-                               [scene, damaged](benchmark::State& state) {
-                                 for (auto _ : state) state.SetIterationTime(timeOfRefresh(scene, damaged));
+                               [scene, damaged, &serverTimes](benchmark::State& state) {
+                                 for (auto _ : state) {
+                                   const auto time = timeOfRefresh(scene, damaged);
+                                   state.SetIterationTime(time.elapsed);
+                                   serverTimes.push_back(time.server);
+                                 }
                                })
       ->UseManualTime()
       ->Iterations(refreshes);
@@ -85,21 +102,23 @@ void measureCopy(const char* name, Scene scene) {
   })->Iterations(refreshes);
 }
 
-void printRefresh(const std::string& what, double time, double copy, double longestMilliseconds) {
-  print({what, text(time * 1e3, "ms"), "copying the display once: " + text(copy * 1e3, "ms"), time / copy,
+void printRefresh(const std::string& what, double time, double server, double copy, double longestMilliseconds) {
+  print({what, text(time * 1e3, "ms") + ", server's work " + text(server * 1e3, "ms"),
+         "copying the display once: " + text(copy * 1e3, "ms"), time / copy,
          "under " + text(longestMilliseconds, "ms", 0), time * 1e3 < longestMilliseconds});
 }
 
 void measure(const Cover& cover, Scene scene) {
   const auto window = show(cover, scene.platform);
   const auto idle = scene.platform.trafficOf([&] { scene.platform.runFor(idleSeconds); });
-  measureRefresh("whole", scene, scene.painter.everything());
-  measureRefresh("part", scene, part);
+  std::vector<double> whole, partly;
+  measureRefresh("whole", scene, scene.painter.everything(), whole);
+  measureRefresh("part", scene, part, partly);
   measureCopy("copy", scene);
   auto times = runBenchmarks();
   const std::string name = std::string(cover.name) + " refresh without a compositor, ";
-  printRefresh(name + "1920x1080", times["whole"], times["copy"], cover.longestMilliseconds);
-  printRefresh(name + "400x300 of it", times["part"], times["copy"], cover.longestMilliseconds);
+  printRefresh(name + "1920x1080", times["whole"], median(whole), times["copy"], cover.longestMilliseconds);
+  printRefresh(name + "400x300 of it", times["part"], median(partly), times["copy"], cover.longestMilliseconds);
   print({name + "5 s of no damage", std::to_string(idle.requests) + " requests", {}, {}, "none", idle.requests == 0});
 }
 
