@@ -1,13 +1,13 @@
 #include "desktops/x11/main_queue.h"
 
-#include <glib.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <deque>
 #include <map>
 #include <optional>
 #include <utility>
+
+#include "desktops/x11/ready_source.h"
 
 namespace hushpane::x11 {
 
@@ -33,37 +33,21 @@ struct MainQueue::State : std::enable_shared_from_this<MainQueue::State> {
     std::optional<Microseconds> period;
     std::shared_ptr<const std::function<void()>> block;
   };
-  struct Source {
-    GSource base;
-    State* state;
-  };
-
   std::deque<std::function<void()>> blocks;
   std::map<Key, Entry> timers;
   std::map<std::uint64_t, Key> keys;
   std::uint64_t lastId = 0;
-  GSource* source = nullptr;
+  std::optional<ReadySource> source;
 
   void attach() {
-    static GSourceFuncs functions{nullptr,
-                                  nullptr,
-                                  [](GSource* base, GSourceFunc, gpointer) -> gboolean {
-                                    const auto held = reinterpret_cast<Source*>(base)->state->shared_from_this();
-                                    held->run();
-                                    return G_SOURCE_CONTINUE;
-                                  },
-                                  nullptr,
-                                  nullptr,
-                                  nullptr};
-    source = g_source_new(&functions, sizeof(Source));
-    reinterpret_cast<Source*>(source)->state = this;
-    g_source_set_ready_time(source, -1);
-    g_source_attach(source, nullptr);
+    source.emplace(G_PRIORITY_DEFAULT, [this] {
+      const auto held = shared_from_this();
+      held->run();
+    });
   }
 
   void detach() {
-    g_source_destroy(source);
-    g_source_unref(std::exchange(source, nullptr));
+    source.reset();
     std::exchange(blocks, {});
     std::exchange(timers, {});
     keys.clear();
@@ -76,7 +60,7 @@ struct MainQueue::State : std::enable_shared_from_this<MainQueue::State> {
       due = 0;
     else if (!timers.empty())
       due = timers.begin()->first.first;
-    g_source_set_ready_time(source, due);
+    source->setReadyTime(due);
   }
 
   // Blocks queued meanwhile wait for the next turn, so that events come in between.

@@ -1,9 +1,9 @@
 #include "desktops/x11/turn_end.h"
 
-#include <glib.h>
-
+#include <optional>
 #include <utility>
 
+#include "desktops/x11/ready_source.h"
 #include "platform/handler_list.h"
 
 namespace hushpane::x11 {
@@ -17,37 +17,21 @@ constexpr gint64 longestWait = 8000;  // microseconds
 }  // namespace
 
 struct TurnEnd::State : std::enable_shared_from_this<TurnEnd::State> {
-  struct Source {
-    GSource base;
-    State* state;
-  };
-
   platform::HandlerList<void()> handlers;
-  GSource* source = nullptr;
+  std::optional<ReadySource> source;
   gint64 requestedAt = 0;
   bool isRequested = false;
 
   void attach() {
-    static GSourceFuncs functions{nullptr,
-                                  nullptr,
-                                  [](GSource* base, GSourceFunc, gpointer) -> gboolean {
-                                    const auto held = reinterpret_cast<Source*>(base)->state->shared_from_this();
-                                    held->run();
-                                    return G_SOURCE_CONTINUE;
-                                  },
-                                  nullptr,
-                                  nullptr,
-                                  nullptr};
-    source = g_source_new(&functions, sizeof(Source));
-    reinterpret_cast<Source*>(source)->state = this;
-    g_source_set_priority(source, priority);
-    g_source_set_ready_time(source, -1);
-    g_source_attach(source, nullptr);
+    source.emplace(priority, [this] {
+      const auto held = shared_from_this();
+      held->run();
+    });
   }
 
   void run() {
     isRequested = false;
-    if (source) g_source_set_ready_time(source, -1);
+    if (source) source->setReadyTime(-1);
     handlers.forEach([](const auto& handler) { handler(); });
   }
 };
@@ -57,8 +41,7 @@ TurnEnd::TurnEnd() : state_(std::make_shared<State>()) {
 }
 
 TurnEnd::~TurnEnd() {
-  g_source_destroy(state_->source);
-  g_source_unref(std::exchange(state_->source, nullptr));
+  state_->source.reset();
 }
 
 platform::Token TurnEnd::add(std::function<void()> handler) {
@@ -68,7 +51,7 @@ platform::Token TurnEnd::add(std::function<void()> handler) {
 void TurnEnd::request() {
   if (std::exchange(state_->isRequested, true)) return;
   state_->requestedAt = g_get_monotonic_time();
-  g_source_set_ready_time(state_->source, 0);
+  state_->source->setReadyTime(0);
 }
 
 void TurnEnd::runIfOverdue() {
