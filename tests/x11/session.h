@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "support/temporary_folder.h"
 #include "tests/x11/client_window.h"
 #include "tests/x11/compositor.h"
 #include "tests/x11/session_bus.h"
 #include "tests/x11/settings_file.h"
-#include "tests/x11/temporary_folder.h"
 #include "tests/x11/window_manager.h"
 #include "tests/x11/x_server.h"
 

@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 
 #include "desktops/shared/property_list.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "desktops/shared/xdg_directories.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "desktops/shared/plist_defaults.h"
 #include "desktops/sim/sim_main_queue.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
 

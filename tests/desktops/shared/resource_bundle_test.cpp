@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "desktops/shared/image_file.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
 namespace {

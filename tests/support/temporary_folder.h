@@ -9,13 +9,13 @@
 #include <string>
 #include <string_view>
 
-namespace hushpane::desktops::tests {
+namespace hushpane {
 
 // A new folder that goes, with all in it, when this object goes.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "hushpane-shared-XXXXXX").string();
+    std::string pattern = (std::filesystem::temp_directory_path() / "hushpane-XXXXXX").string();
     if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder can be made at " + pattern);
     path_ = pattern;
   }
@@ -49,4 +49,4 @@ inline std::string contentsOf(const std::filesystem::path& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-}  // namespace hushpane::desktops::tests
+}  // namespace hushpane
