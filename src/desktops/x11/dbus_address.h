@@ -6,7 +6,7 @@
 
 namespace hushpane::x11 {
 
-// Where the user's session bus and the system bus listen, as the D-Bus specification says; nothing when there is no
+// Where the user's session bus and the system bus listen, by the rules of D-Bus; nothing when there is no
 // session bus. No bus is ever started for it.
 std::optional<std::string> sessionBusAddress();
 std::string systemBusAddress();

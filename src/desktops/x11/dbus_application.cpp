@@ -42,7 +42,7 @@ constexpr std::size_t mostBytes = 1u << 20;  // of one request to open
 constexpr int answerMilliseconds = 10'000;
 constexpr int claimAttempts = 5;
 
-// Of RequestName in the D-Bus specification.
+// Answers of org.freedesktop.DBus.RequestName.
 constexpr std::uint32_t doNotQueue = 4;
 constexpr std::uint32_t primaryOwner = 1;
 constexpr std::uint32_t alreadyOwner = 4;
