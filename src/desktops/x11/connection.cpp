@@ -6,7 +6,6 @@
 #include <xcb/render.h>
 #include <xcb/res.h>
 #include <xcb/shape.h>
-#include <xcb/shm.h>
 #include <xcb/xfixes.h>
 #include <xcb/xinput.h>
 
@@ -81,15 +80,14 @@ xcb_extension_t* extensionRecord(Extension extension) {
     case Extension::xfixes: return &xcb_xfixes_id;
     case Extension::xinput: return &xcb_input_id;
     case Extension::res: return &xcb_res_id;
-    case Extension::shm: return &xcb_shm_id;
     case Extension::xkb: return &xcb_xkb_id;
   }
   return nullptr;
 }
 
-constexpr std::array allExtensions{Extension::randr, Extension::composite, Extension::damage, Extension::render,
-                                   Extension::shape, Extension::xfixes,    Extension::xinput, Extension::res,
-                                   Extension::shm,   Extension::xkb};
+constexpr std::array allExtensions{Extension::randr,  Extension::composite, Extension::damage,
+                                   Extension::render, Extension::shape,     Extension::xfixes,
+                                   Extension::xinput, Extension::res,       Extension::xkb};
 
 // Extensions demand to be told which version the client speaks before their first use.
 void announceVersion(xcb_connection_t* connection, Extension extension) {
@@ -104,8 +102,7 @@ void announceVersion(xcb_connection_t* connection, Extension extension) {
     case Extension::xinput: xcb_discard_reply(connection, xcb_input_xi_query_version(connection, 2, 2).sequence); break;
     case Extension::res: xcb_discard_reply(connection, xcb_res_query_version(connection, 1, 2).sequence); break;
     case Extension::xkb: xcb_discard_reply(connection, xcb_xkb_use_extension(connection, 1, 0).sequence); break;
-    case Extension::shape:
-    case Extension::shm: break;
+    case Extension::shape: break;
   }
 }
 

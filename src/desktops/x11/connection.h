@@ -15,7 +15,7 @@
 
 namespace hushpane::x11 {
 
-enum class Extension { randr, composite, damage, render, shape, xfixes, xinput, res, shm, xkb };
+enum class Extension { randr, composite, damage, render, shape, xfixes, xinput, res, xkb };
 
 struct ExtensionInfo {
   std::uint8_t majorOpcode = 0;
