@@ -10,8 +10,8 @@ static xcb_visualid_t alphaVisual(const xcb_screen_t& screen) {
   throw std::runtime_error("the X server has no visual with alpha");
 }
 
-ClientWindow::ClientWindow(const std::string& display, const Look& look)
-    : x_(display), window_(xcb_generate_id(x_.get())), color_(look.color) {
+ClientWindow::ClientWindow(const XConnection& application, const Look& look)
+    : x_(application), window_(xcb_generate_id(x_.get())), color_(look.color) {
   create(look);
   describe(look);
   xcb_map_window(x_.get(), window_);

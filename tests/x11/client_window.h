@@ -7,7 +7,8 @@
 
 namespace hushpane::x11_tests {
 
-// A window of the test itself, whose size and kind the test controls. All of them belong to one application.
+// A window whose size and kind the test controls. The connection stands for the application that the window belongs to;
+// it outlives the window, so that no window gets the number of an earlier one, which window managers take amiss.
 class ClientWindow {
  public:
   struct Look {
@@ -18,7 +19,7 @@ class ClientWindow {
     std::uint8_t opacity = 255;      // less: what a compositor is to blend; the color is premultiplied
   };
 
-  ClientWindow(const std::string& display, const Look& look);
+  ClientWindow(const XConnection& application, const Look& look);
   ~ClientWindow();
   ClientWindow(const ClientWindow&) = delete;
   ClientWindow& operator=(const ClientWindow&) = delete;
@@ -28,14 +29,14 @@ class ClientWindow {
   Rect bounds() const { return x_.bounds(window_); }
   Point spot() const { return center(bounds()); }
   void setBounds(const Rect& bounds) { x_.setBounds(window_, bounds); }
-  // How many clicks have reached the window so far.
+  // How many clicks have reached the window so far; for one window of an application.
   int clicks();
 
  private:
   void create(const Look& look) const;
   void describe(const Look& look) const;
 
-  XConnection x_;
+  const XConnection& x_;
   xcb_window_t window_;
   Pixel color_;
   int clicks_ = 0;

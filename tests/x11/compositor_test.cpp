@@ -27,6 +27,9 @@ class CompositorChange : public Desktop, public testing::WithParamInterface<cons
     ScreenWatch watch(display(), {leftSpot, red_->spot()});
     change();
     EXPECT_TRUE(isRight());
+    activate(green_->window());  // what must be drawn anew
+    activate(red_->window());
+    EXPECT_TRUE(isRight());
     EXPECT_TRUE(keeps(leftSpot, dimmed(background, balanced), 300ms));
     int black = 0, bright = 0, covered = 0, longest = 0, run = 0;
     for (const auto& look : watch.stop()) {

@@ -18,8 +18,15 @@ Desktop::Desktop() {
   activate(red_->window());
 }
 
+void Desktop::TearDown() {
+  const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+  std::string name = std::string("failed-") + test->test_suite_name() + "-" + test->name();
+  std::replace(name.begin(), name.end(), '/', '-');
+  if (HasFailure()) shot(name);
+}
+
 std::unique_ptr<ClientWindow> Desktop::openWindow(const ClientWindow::Look& look) const {
-  return std::make_unique<ClientWindow>(display(), look);
+  return std::make_unique<ClientWindow>(x(), look);
 }
 
 void Desktop::chooseMode(const std::string& mode, const std::string& surface, SettingsValues more) {

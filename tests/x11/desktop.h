@@ -19,6 +19,8 @@ class Desktop : public testing::Test, protected Session {
   static constexpr double subtle = 0.3, balanced = 0.5, strong = 0.7;
 
   Desktop();
+  // Where people ask for pictures, a test that failed leaves one of the end.
+  void TearDown() override;
 
   // A window of the test's own application.
   std::unique_ptr<ClientWindow> openWindow(const ClientWindow::Look& look) const;

@@ -47,7 +47,7 @@ void Session::startCompositor() {
   const Pixel before = x_->pixel(corner);
   constexpr std::uint8_t half = 128;
   {
-    const ClientWindow speck(display(), {{corner.x, corner.y, 1, 1}, {0}, "_NET_WM_WINDOW_TYPE_TOOLTIP", true, half});
+    const ClientWindow speck(*x_, {{corner.x, corner.y, 1, 1}, {0}, "_NET_WM_WINDOW_TYPE_TOOLTIP", true, half});
     waitUntil([&] { return isNear(x_->pixel(corner), dimmed(before, 0.5)); });
   }
   waitUntil([&] { return x_->pixel(corner) == before; });

@@ -60,18 +60,20 @@ bool ServerOrderPlacement::mayAssert(const PlacementWish& wish) {
 }
 
 void ServerOrderPlacement::carryOut(const PlacementPlan& plan) {
+  std::uint32_t sequence = 0;
   for (const auto& step : plan.steps) {
     const std::array<std::uint32_t, 2> values{step.sibling, step.mode};
     const bool hasSibling = step.sibling != XCB_WINDOW_NONE;
-    xcb_configure_window(connection_.get(), step.window,
-                         (hasSibling ? XCB_CONFIG_WINDOW_SIBLING : 0) | XCB_CONFIG_WINDOW_STACK_MODE,
-                         hasSibling ? values.data() : values.data() + 1);
+    const auto cookie = xcb_configure_window(
+        connection_.get(), step.window, (hasSibling ? XCB_CONFIG_WINDOW_SIBLING : 0) | XCB_CONFIG_WINDOW_STACK_MODE,
+        hasSibling ? values.data() : values.data() + 1);
+    sequence = cookie.sequence;
   }
   // The model follows at once; the events that confirm it come later.
   const auto& order = plan.order;
   for (const auto& step : plan.steps) {
     const auto at = std::ranges::find(order, step.window);
-    tree_.expectAbove(step.window, at == order.begin() ? xcb_window_t{XCB_WINDOW_NONE} : *(at - 1));
+    tree_.expectAbove(step.window, at == order.begin() ? xcb_window_t{XCB_WINDOW_NONE} : *(at - 1), sequence);
   }
 }
 

@@ -9,6 +9,11 @@ namespace hushpane::x11 {
 namespace {
 constexpr std::uint32_t longestClientList = 4096;
 constexpr int deepestFrame = 8;  // windows between a frame and the application's window
+
+// Whether the server sent the event before it handled the request with that sequence number.
+bool isBefore(const xcb_generic_event_t& event, std::uint32_t sequence) {
+  return static_cast<std::int32_t>(event.full_sequence - sequence) < 0;
+}
 }  // namespace
 
 WindowTree::WindowTree(Connection& connection)
@@ -23,25 +28,38 @@ void WindowTree::changed() {
   handlers_.forEach([](const auto& handler) { handler(); });
 }
 
-// Events from before the order was read are already part of it.
-bool WindowTree::isOlder(const xcb_generic_event_t& event) const {
-  return static_cast<std::int32_t>(event.full_sequence - orderSequence_) < 0;
+// Window ids are used again. What the root does not report, the end of a window inside a frame, shows at the latest
+// when its id returns. Returns whether something has to be read again.
+bool WindowTree::forgetReused(const xcb_generic_event_t& event) {
+  xcb_window_t window = XCB_WINDOW_NONE;
+  switch (event.response_type & 0x7f) {
+    case XCB_CREATE_NOTIFY: window = reinterpret_cast<const xcb_create_notify_event_t&>(event).window; break;
+    case XCB_DESTROY_NOTIFY: window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window; break;
+    case XCB_REPARENT_NOTIFY:
+      frameOfClient_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
+      areClientsKnown_ = false;
+      return true;
+    default: return false;
+  }
+  watched_.erase(window);
+  if (frameOfClient_.erase(window) == 0) return false;
+  areClientsKnown_ = false;
+  return true;
 }
 
 void WindowTree::handle(const xcb_generic_event_t& event) {
   const int type = event.response_type & 0x7f;
   if (type == XCB_PROPERTY_NOTIFY) return handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
-  if (!isOrderKnown_ || isOlder(event)) return;
-  if (type == XCB_REPARENT_NOTIFY) {
-    frameOfClient_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
-    areClientsKnown_ = false;
+  const bool isReadNeeded = forgetReused(event);
+  // Events from before the order was read are already part of it.
+  if (!isOrderKnown_ || isBefore(event, orderSequence_)) {
+    if (isReadNeeded) changed();
+    return;
   }
-  if (type == XCB_DESTROY_NOTIFY) {
-    const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
-    frameOfClient_.erase(window);
-    watched_.erase(window);
-  }
-  if (model_.apply(event)) changed();
+  if (!model_.apply(event) && !isReadNeeded) return;
+  // The server did this first and then what was asked for, the model the other way round.
+  if (expectedSequence_ && isBefore(event, *expectedSequence_)) isOrderKnown_ = false;
+  changed();
 }
 
 void WindowTree::handleProperty(const xcb_property_notify_event_t& event) {
@@ -77,8 +95,15 @@ void WindowTree::readOrder() {
   if (!reply) return;
   isOrderKnown_ = true;
   orderSequence_ = cookie.sequence;
+  expectedSequence_.reset();
   model_.setOrder(xcb_query_tree_children(reply.get()), xcb_query_tree_children_length(reply.get()));
-  for (auto& entry : model_.entries()) entry.hasAttributes = false;
+  // Events that are skipped from now on may have told of a map, a size or a new pixmap; without bounds every window is
+  // asked about.
+  for (auto& entry : model_.entries()) {
+    entry.hasAttributes = false;
+    entry.bounds = {};
+    ++entry.contentGeneration;
+  }
 }
 
 void WindowTree::readAttributes() {
@@ -204,7 +229,8 @@ void WindowTree::addOwn(xcb_window_t window, const PixelRect& bounds) {
   changed();
 }
 
-void WindowTree::expectAbove(xcb_window_t window, xcb_window_t sibling) {
+void WindowTree::expectAbove(xcb_window_t window, xcb_window_t sibling, std::uint32_t sequence) {
+  expectedSequence_ = sequence;
   if (model_.moveAbove(window, sibling)) ++revision_;
 }
 

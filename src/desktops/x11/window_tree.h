@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -35,8 +36,9 @@ class WindowTree {
   void addOwn(xcb_window_t window, const PixelRect& bounds);
   void removeOwn(xcb_window_t window) { own_.erase(window); }
 
-  // This program has just asked for that order; the event that confirms it is on its way.
-  void expectAbove(xcb_window_t window, xcb_window_t sibling);
+  // This program has just asked for that order with the request of that sequence number; the event that confirms it is
+  // on its way.
+  void expectAbove(xcb_window_t window, xcb_window_t sibling, std::uint32_t sequence);
   // The order may be another than the model says.
   void distrustOrder();
 
@@ -46,7 +48,7 @@ class WindowTree {
  private:
   void handle(const xcb_generic_event_t& event);
   void handleProperty(const xcb_property_notify_event_t& event);
-  bool isOlder(const xcb_generic_event_t& event) const;
+  bool forgetReused(const xcb_generic_event_t& event);
   void changed();
   void readOrder();
   void readAttributes();
@@ -63,6 +65,7 @@ class WindowTree {
   std::set<xcb_window_t> watched_;
   std::uint64_t revision_ = 1;
   std::uint32_t orderSequence_ = 0;
+  std::optional<std::uint32_t> expectedSequence_;  // of the latest order asked for, until the order is read
   bool isOrderKnown_ = false;
   bool areClientsKnown_ = false;
   bool hasUnread_ = true;

@@ -12,10 +12,11 @@
 // window's number.
 int main() {
   using namespace hushpane::x11_tests;
+  const XConnection application(std::getenv("DISPLAY"));
   std::vector<std::unique_ptr<ClientWindow>> windows;
   ClientWindow::Look look;
   while (std::cin >> look.bounds.x >> look.bounds.y >> look.bounds.width >> look.bounds.height >> look.color.value) {
-    windows.push_back(std::make_unique<ClientWindow>(std::getenv("DISPLAY"), look));
+    windows.push_back(std::make_unique<ClientWindow>(application, look));
     dprintf(Process::reportDescriptor, "%u\n", windows.back()->window());
   }
 }
