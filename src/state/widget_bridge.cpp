@@ -1,16 +1,26 @@
 #include "state/widget_bridge.h"
 
+#include <memory>
+#include <utility>
+
+#include "platform/platform.h"
+
 namespace hushpane {
 
 WidgetBridge& WidgetBridge::shared() {
-  return platform::Platform::current().instance<WidgetBridge>();
+  return platform::Platform::current().instance<WidgetBridge>([](platform::Platform& platform) {
+    return std::make_shared<WidgetBridge>(platform.sharedContainer(), platform.propertyLists(),
+                                          [&](std::string_view name) { return platform.userDefaultsSuite(name); });
+  });
 }
 
-WidgetBridge::WidgetBridge(platform::Platform& platform) : platform_(platform) {}
+WidgetBridge::WidgetBridge(platform::SharedContainer& containers, platform::PropertyLists& propertyLists,
+                           OpenSuite openSuite)
+    : containers_(containers), propertyLists_(propertyLists), openSuite_(std::move(openSuite)) {}
 
 const std::optional<std::filesystem::path>& WidgetBridge::sharedContainerURL() {
   if (!lookedUp_) {
-    container_ = platform_.sharedContainer().url(groupIdentifier);
+    container_ = containers_.url(groupIdentifier);
     lookedUp_ = true;
   }
   return container_;
@@ -23,16 +33,16 @@ std::optional<std::filesystem::path> WidgetBridge::sharedFile() {
 
 platform::Dictionary WidgetBridge::readSharedDictionary() {
   const auto file = sharedFile();
-  return file ? platform_.propertyLists().read(*file).value_or(platform::Dictionary{}) : platform::Dictionary{};
+  return file ? propertyLists_.read(*file).value_or(platform::Dictionary{}) : platform::Dictionary{};
 }
 
 void WidgetBridge::writeSharedDictionary(const platform::Dictionary& dictionary) {
-  if (const auto file = sharedFile()) platform_.propertyLists().writeXml(*file, dictionary);
+  if (const auto file = sharedFile()) propertyLists_.writeXml(*file, dictionary);
 }
 
 void WidgetBridge::setSharedString(std::string_view value, std::string_view key) {
   if (!sharedContainerURL()) {
-    if (auto* suite = platform_.userDefaultsSuite(groupIdentifier)) suite->set(key, std::string(value));
+    if (auto* suite = openSuite_(groupIdentifier)) suite->set(key, std::string(value));
     return;
   }
   platform::Dictionary dictionary = readSharedDictionary();
@@ -42,7 +52,7 @@ void WidgetBridge::setSharedString(std::string_view value, std::string_view key)
 
 std::optional<std::string> WidgetBridge::sharedString(std::string_view key) {
   if (!sharedContainerURL()) {
-    const auto* suite = platform_.userDefaultsSuite(groupIdentifier);
+    const auto* suite = openSuite_(groupIdentifier);
     return suite ? suite->get<std::string>(key) : std::nullopt;
   }
   const platform::Dictionary dictionary = readSharedDictionary();

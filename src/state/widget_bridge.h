@@ -1,16 +1,19 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/platform.h"
+#include "platform/property_list.h"
+#include "platform/user_defaults.h"
 
 namespace hushpane {
 
 // The small texts that the program shares with its widget: a property list in the group's container, or the defaults
-// suite of the same name where there is no container. Each write replaces the whole file; the last writer wins.
+// suite of the same name where there is no container. Each write replaces the whole file; the last writer wins. It is
+// all that the two have in common, so each side uses this class.
 class WidgetBridge {
  public:
   static constexpr std::string_view groupIdentifier = "group.com.corvane.Hushpane";
@@ -18,8 +21,11 @@ class WidgetBridge {
   // Distributed notification without payload: the widget stored a mode and asks for it.
   static constexpr std::string_view widgetModeChange = "com.corvane.Hushpane.widgetModeChange";
 
+  // Gives the suite of that name, or null when it cannot be opened.
+  using OpenSuite = std::function<platform::UserDefaults*(std::string_view)>;
+
   static WidgetBridge& shared();
-  explicit WidgetBridge(platform::Platform& platform);
+  WidgetBridge(platform::SharedContainer& containers, platform::PropertyLists& propertyLists, OpenSuite openSuite);
 
   // Looked up once, on first use.
   const std::optional<std::filesystem::path>& sharedContainerURL();
@@ -34,7 +40,9 @@ class WidgetBridge {
  private:
   std::optional<std::filesystem::path> sharedFile();
 
-  platform::Platform& platform_;
+  platform::SharedContainer& containers_;
+  platform::PropertyLists& propertyLists_;
+  OpenSuite openSuite_;
   bool lookedUp_ = false;
   std::optional<std::filesystem::path> container_;
 };

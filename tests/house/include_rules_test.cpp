@@ -78,8 +78,12 @@ TEST(HouseTest, EveryFolderIncludesOnlyWhatItMay) {
   EXPECT_GT(checked, 50u);
 }
 
-TEST(HouseTest, TheTwoDesktopsDoNotKnowEachOther) {
-  for (const auto& [folder, other] : {std::pair{"sim", "desktops/x11"}, {"x11", "desktops/sim"}})
+TEST(HouseTest, TheDesktopsKnowNothingOfEachOther) {
+  for (const auto& [folder, other] : {std::pair{"sim", "desktops/x11"},
+                                      {"sim", "desktops/session"},
+                                      {"x11", "desktops/sim"},
+                                      {"session", "desktops/sim"},
+                                      {"session", "desktops/x11"}})
     for (const auto& entry : fs::directory_iterator(sources / "desktops" / folder)) {
       std::ifstream file(entry.path());
       const std::string text{std::istreambuf_iterator<char>(file), {}};

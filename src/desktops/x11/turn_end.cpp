@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "desktops/x11/ready_source.h"
+#include "desktops/session/ready_source.h"
 #include "platform/handler_list.h"
 
 namespace hushpane::x11 {
@@ -18,7 +18,7 @@ constexpr gint64 longestWait = 8000;  // microseconds
 
 struct TurnEnd::State : std::enable_shared_from_this<TurnEnd::State> {
   platform::HandlerList<void()> handlers;
-  std::optional<ReadySource> source;
+  std::optional<session::ReadySource> source;
   gint64 requestedAt = 0;
   bool isRequested = false;
 

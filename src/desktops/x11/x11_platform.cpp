@@ -62,9 +62,9 @@ X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
   Gio::init();
   auto base = std::make_unique<Base>();
   switch (base->application.claim(std::move(urls))) {
-    case DbusApplication::Claim::first: break;
-    case DbusApplication::Claim::handedOver: return HandedOver{};
-    case DbusApplication::Claim::unanswered: return Failure{"another instance runs but does not answer"};
+    case session::DbusApplication::Claim::first: break;
+    case session::DbusApplication::Claim::handedOver: return HandedOver{};
+    case session::DbusApplication::Claim::unanswered: return Failure{"another instance runs but does not answer"};
   }
   auto connection = Connection::open(nullptr);
   if (!connection) return Failure{displayFailure()};

@@ -5,6 +5,12 @@
 #include <variant>
 #include <vector>
 
+#include "desktops/session/dbus_application.h"
+#include "desktops/session/dbus_notification_center.h"
+#include "desktops/session/dbus_session.h"
+#include "desktops/session/dbus_widget_center.h"
+#include "desktops/session/main_queue.h"
+#include "desktops/session/wake_watch.h"
 #include "desktops/shared/defaults_folder.h"
 #include "desktops/shared/file_bookmarks.h"
 #include "desktops/shared/group_container.h"
@@ -13,21 +19,15 @@
 #include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/covered_windows.h"
-#include "desktops/x11/dbus_application.h"
-#include "desktops/x11/dbus_notification_center.h"
-#include "desktops/x11/dbus_session.h"
-#include "desktops/x11/dbus_widget_center.h"
 #include "desktops/x11/event_monitors.h"
 #include "desktops/x11/event_source.h"
 #include "desktops/x11/frame_clock.h"
-#include "desktops/x11/main_queue.h"
 #include "desktops/x11/overlay_stage.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/root_background.h"
 #include "desktops/x11/screens.h"
 #include "desktops/x11/server_order_placement.h"
 #include "desktops/x11/turn_end.h"
-#include "desktops/x11/wake_watch.h"
 #include "desktops/x11/window_list.h"
 #include "desktops/x11/window_tree.h"
 #include "desktops/x11/workspace.h"
@@ -76,9 +76,9 @@ class X11Platform : public platform::Platform {
  private:
   // What needs no display: it decides whether this process is the one that shows anything.
   struct Base {
-    MainQueue queue;
-    DbusSession session{queue};
-    DbusApplication application{session, queue};
+    session::MainQueue queue;
+    session::DbusSession session{queue};
+    session::DbusApplication application{session, queue};
   };
   struct EndLoop {
     void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
@@ -94,8 +94,8 @@ class X11Platform : public platform::Platform {
   FrameClock frameClock_;
   platform::Animator animator_;
   platform::NotificationCenter notificationCenter_;
-  DbusNotificationCenter distributedCenter_;
-  DbusWidgetCenter widgetCenter_;
+  session::DbusNotificationCenter distributedCenter_;
+  session::DbusWidgetCenter widgetCenter_;
   desktops::DefaultsFolder defaults_;
   platform::UserDefaults* standardDefaults_;
   desktops::PropertyListFiles propertyLists_;
@@ -105,7 +105,7 @@ class X11Platform : public platform::Platform {
   Screens screens_;
   WindowTree tree_;
   Workspace workspace_;
-  WakeWatch wakeWatch_;
+  session::WakeWatch wakeWatch_;
   WindowList windowList_;
   EventMonitors eventMonitors_;
   CompositorWatch compositor_;

@@ -1,13 +1,13 @@
-#include "desktops/x11/wake_watch.h"
+#include "desktops/session/wake_watch.h"
 
 #include <glibmm/variant.h>
 
 #include <utility>
 
 #include "desktops/shared/debug_log.h"
-#include "desktops/x11/dbus_address.h"
+#include "desktops/session/dbus_address.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 WakeWatch::WakeWatch(platform::NotificationCenter& center) : center_(center) {
   const auto joined = lifetime_.weak([this](const Glib::RefPtr<Gio::AsyncResult>& result) {
@@ -45,4 +45,4 @@ void WakeWatch::preparesForSleep(const Glib::VariantContainerBase& arguments) {
   if (!isBefore.get()) center_.post(platform::notification::didWake);
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // Where the user's session bus and the system bus listen, by the rules of D-Bus; nothing when there is no
 // session bus. No bus is ever started for it.
@@ -14,4 +14,4 @@ std::string systemBusAddress();
 // The socket file of an address; nothing when it has none.
 std::optional<std::filesystem::path> socketOf(const std::string& address);
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // A source on GLib's default main context that runs a block when a moment has come. While none is set it costs nothing.
 // The block may end its source.
@@ -23,4 +23,4 @@ class ReadySource {
   GSource* source_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

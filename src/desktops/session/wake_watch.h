@@ -5,7 +5,7 @@
 #include "platform/lifetime.h"
 #include "platform/notification_center.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // Posts notification::didWake when the machine woke from sleep, as logind tells on the system bus. It joins that bus
 // in the background; without it, or once it is gone, nothing is posted.
@@ -26,4 +26,4 @@ class WakeWatch {
   platform::Lifetime lifetime_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

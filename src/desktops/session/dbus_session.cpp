@@ -1,4 +1,4 @@
-#include "desktops/x11/dbus_session.h"
+#include "desktops/session/dbus_session.h"
 
 #include <giomm/cancellable.h>
 
@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "desktops/shared/debug_log.h"
-#include "desktops/x11/dbus_address.h"
+#include "desktops/session/dbus_address.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -93,4 +93,4 @@ void DbusSession::rejoin() {
   Gio::DBus::Connection::create_for_address(*address_, finish, flags);
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

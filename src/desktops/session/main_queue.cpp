@@ -1,4 +1,4 @@
-#include "desktops/x11/main_queue.h"
+#include "desktops/session/main_queue.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -7,9 +7,9 @@
 #include <optional>
 #include <utility>
 
-#include "desktops/x11/ready_source.h"
+#include "desktops/session/ready_source.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -139,4 +139,4 @@ platform::Date MainQueue::date() const {
   return {static_cast<double>(g_get_real_time()) / microsecondsPerSecond};
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "desktops/x11/dbus_session.h"
+#include "desktops/session/dbus_session.h"
 #include "platform/application.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // The program as the bus knows it: one instance in the session, which owns the program's name and serves
 // org.freedesktop.Application. Without a bus every start is the only instance.
@@ -54,4 +54,4 @@ class DbusApplication : public platform::Application {
   platform::Lifetime lifetime_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

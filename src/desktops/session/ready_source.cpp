@@ -1,9 +1,9 @@
-#include "desktops/x11/ready_source.h"
+#include "desktops/session/ready_source.h"
 
 #include <memory>
 #include <utility>
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -36,4 +36,4 @@ ReadySource::~ReadySource() {
   g_source_unref(source_);
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

@@ -4,7 +4,7 @@
 
 #include "platform/main_queue.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // The main queue on GLib's default main context. It has one source there, which is due only when a block is: an idle
 // queue never wakes the process.
@@ -24,4 +24,4 @@ class MainQueue : public platform::MainQueue {
   std::shared_ptr<State> state_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

@@ -1,4 +1,4 @@
-#include "desktops/x11/dbus_address.h"
+#include "desktops/session/dbus_address.h"
 
 #include <gio/gio.h>
 
@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -46,4 +46,4 @@ std::optional<std::filesystem::path> socketOf(const std::string& address) {
   return path.get();
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

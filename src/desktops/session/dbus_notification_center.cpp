@@ -1,11 +1,11 @@
-#include "desktops/x11/dbus_notification_center.h"
+#include "desktops/session/dbus_notification_center.h"
 
 #include <gio/gio.h>
 
 #include <optional>
 #include <utility>
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -55,4 +55,4 @@ void DbusNotificationCenter::subscribeAgain() {
   for (const auto& entry : std::map(subscriptions_)) subscribe(entry.first);
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

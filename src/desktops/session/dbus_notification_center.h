@@ -4,10 +4,10 @@
 #include <map>
 #include <string>
 
-#include "desktops/x11/dbus_session.h"
+#include "desktops/session/dbus_session.h"
 #include "platform/notification_center.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // Notifications among the user's processes: com.corvane.Hushpane.NAME is the signal NAME of the program's interface,
 // whatever arguments it has. The bus hands a signal to its sender too, so observers here hear of it once. Without a
@@ -31,4 +31,4 @@ class DbusNotificationCenter : public platform::NotificationCenter {
   platform::Lifetime lifetime_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

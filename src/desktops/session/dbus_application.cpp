@@ -1,4 +1,4 @@
-#include "desktops/x11/dbus_application.h"
+#include "desktops/session/dbus_application.h"
 
 #include <giomm/dbuserror.h>
 #include <giomm/dbusintrospection.h>
@@ -12,7 +12,7 @@
 
 #include "desktops/shared/debug_log.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace {
 
@@ -177,4 +177,4 @@ void DbusApplication::deliver() {
   }
 }
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

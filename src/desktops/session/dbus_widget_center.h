@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktops/x11/dbus_session.h"
+#include "desktops/session/dbus_session.h"
 #include "platform/widget_center.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 // Widgets listen for a signal on the session bus.
 class DbusWidgetCenter : public platform::WidgetCenter {
@@ -15,4 +15,4 @@ class DbusWidgetCenter : public platform::WidgetCenter {
   DbusSession& session_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session

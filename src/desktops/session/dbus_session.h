@@ -12,7 +12,7 @@
 #include "platform/lifetime.h"
 #include "platform/main_queue.h"
 
-namespace hushpane::x11 {
+namespace hushpane::session {
 
 namespace dbusName {
 inline constexpr const char* bus = "com.corvane.Hushpane";
@@ -58,4 +58,4 @@ class DbusSession {
   platform::Lifetime lifetime_;
 };
 
-}  // namespace hushpane::x11
+}  // namespace hushpane::session
