@@ -1,7 +1,6 @@
 #include "desktops/x11/x11_platform.h"
 
 #include <giomm/init.h>
-#include <glib-unix.h>
 #include <unistd.h>
 
 #include <array>
@@ -49,11 +48,6 @@ std::optional<std::string> missingExtension(const Connection& connection) {
   return std::nullopt;
 }
 
-gboolean quit(gpointer loop) {
-  g_main_loop_quit(static_cast<GMainLoop*>(loop));
-  return G_SOURCE_CONTINUE;
-}
-
 }  // namespace
 
 X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
@@ -74,9 +68,8 @@ X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
 
 X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection> connection)
     : base_(std::move(base)),
-      loop_(g_main_loop_new(nullptr, FALSE)),
       connection_(std::move(connection)),
-      eventSource_(*connection_, turnEnd_, [this] { g_main_loop_quit(loop_.get()); }),
+      eventSource_(*connection_, turnEnd_, [this] { loop_.end(); }),
       frameClock_(base_->queue),
       animator_(base_->queue, frameClock_),
       distributedCenter_(base_->session, base_->queue),
@@ -107,12 +100,7 @@ X11Platform::~X11Platform() {
 }
 
 int X11Platform::run() {
-  std::array<guint, 3> sources{};
-  constexpr std::array signals{SIGTERM, SIGINT, SIGHUP};
-  for (std::size_t index = 0; index < signals.size(); ++index)
-    sources[index] = g_unix_signal_add(signals[index], quit, loop_.get());
-  if (!connection_->isBroken()) g_main_loop_run(loop_.get());
-  for (const auto source : sources) g_source_remove(source);
+  if (!connection_->isBroken()) loop_.run();
   return 0;
 }
 

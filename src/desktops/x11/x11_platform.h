@@ -10,6 +10,7 @@
 #include "desktops/session/dbus_session.h"
 #include "desktops/session/dbus_widget_center.h"
 #include "desktops/session/main_queue.h"
+#include "desktops/session/run_loop.h"
 #include "desktops/session/wake_watch.h"
 #include "desktops/shared/defaults_folder.h"
 #include "desktops/shared/file_bookmarks.h"
@@ -80,14 +81,11 @@ class X11Platform : public platform::Platform {
     session::DbusSession session{queue};
     session::DbusApplication application{session, queue};
   };
-  struct EndLoop {
-    void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-  };
 
   X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection> connection);
 
   std::unique_ptr<Base> base_;
-  std::unique_ptr<GMainLoop, EndLoop> loop_;
+  session::RunLoop loop_;
   std::unique_ptr<Connection> connection_;
   TurnEnd turnEnd_;
   EventSource eventSource_;
