@@ -1,14 +1,15 @@
 #include "desktops/session/dbus_session.h"
 
 #include <giomm/cancellable.h>
+#include <giomm/init.h>
 
 #include <chrono>
 #include <future>
 #include <thread>
 #include <utility>
 
-#include "desktops/shared/debug_log.h"
 #include "desktops/session/dbus_address.h"
+#include "desktops/shared/debug_log.h"
 
 namespace hushpane::session {
 
@@ -41,6 +42,7 @@ DbusSession::Connection join(const std::string& address) {
 
 DbusSession::DbusSession(platform::MainQueue& queue) : queue_(queue), address_(sessionBusAddress()) {
   if (!address_) return;
+  Gio::init();
   if (auto connection = join(*address_)) adopt(std::move(connection));
 }
 
@@ -58,6 +60,15 @@ void DbusSession::emitSignal(std::string_view member) {
     connection_->emit_signal(dbusName::path, dbusName::interface, std::string(member));
   } catch (const Glib::Error& error) {
     desktops::debugLog(std::string("cannot send a signal: ") + error.what());
+  }
+}
+
+void DbusSession::flush() {
+  if (!connection_) return;
+  try {
+    connection_->flush_sync();
+  } catch (const Glib::Error& error) {
+    desktops::debugLog(std::string("cannot reach the session bus: ") + error.what());
   }
 }
 

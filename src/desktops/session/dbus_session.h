@@ -41,6 +41,8 @@ class DbusSession {
 
   // Sends a signal of the program's interface, without arguments; nothing happens without a bus.
   void emitSignal(std::string_view member);
+  // Waits until all that was sent has left the process, as is needed before it ends.
+  void flush();
 
  private:
   void adopt(Connection connection);
