@@ -26,6 +26,16 @@ TEST(GroupContainer, MakesAPrivateFolderWhereThereCanBeOne) {
   EXPECT_EQ(GroupContainer(std::nullopt).url("group"), std::nullopt);
 }
 
+TEST(GroupContainer, LeavesNoTraceWhenAskedTo) {
+  const TemporaryFolder folder;
+  GroupContainer reader(folder.path(), GroupContainer::Missing::leave);
+  EXPECT_EQ(reader.url("group"), std::nullopt);
+  EXPECT_TRUE(folder.names().empty());
+  const auto made = GroupContainer(folder.path()).url("group");
+  ASSERT_TRUE(made);
+  EXPECT_EQ(reader.url("group"), made);
+}
+
 // Sets a variable of the environment, or removes it, for the life of this object.
 class Environment {
  public:
