@@ -5,7 +5,7 @@
 
 namespace hushpane {
 
-HushpaneApp::HushpaneApp(platform::Platform& platform) : appDelegate_(platform) {
+HushpaneApp::HushpaneApp(platform::Platform& platform) : appDelegate_(platform, AppRouter::shared()) {
   appDelegate_.applicationDidFinishLaunching();
   platform.application().setOpenUrlsHandler(
       [this](const std::vector<std::string>& urls) { appDelegate_.handleOpenURLs(urls); });

@@ -18,6 +18,10 @@ class Application {
 
   virtual void setActivationPolicy(ActivationPolicy policy) = 0;
 
+  // Asks for the front place, even while another program has it. A program without a window that takes input has
+  // nothing to bring there, and stays where it is.
+  virtual void activateIgnoringOtherApps(bool ignoresOthers) = 0;
+
   // Called on the main queue with the URLs that someone opened with this program, those of its own command line
   // included. URLs that came before a handler was set are delivered as soon as there is one.
   virtual void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) = 0;

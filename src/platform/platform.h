@@ -11,7 +11,9 @@
 #include "platform/application.h"
 #include "platform/bookmarks.h"
 #include "platform/event_monitors.h"
+#include "platform/hot_keys.h"
 #include "platform/image.h"
+#include "platform/json.h"
 #include "platform/main_queue.h"
 #include "platform/notification_center.h"
 #include "platform/property_list.h"
@@ -44,6 +46,7 @@ class Platform {
   virtual UserDefaults& userDefaults() = 0;
   virtual UserDefaults* userDefaultsSuite(std::string_view name) = 0;  // null when it cannot be opened
   virtual PropertyLists& propertyLists() = 0;
+  virtual JsonCoder& jsonCoder() = 0;
   virtual SharedContainer& sharedContainer() = 0;
   virtual Bookmarks& bookmarks() = 0;
   virtual Bundle& bundle() = 0;
@@ -52,6 +55,7 @@ class Platform {
   virtual WindowList& windowList() = 0;
   virtual Workspace& workspace() = 0;
   virtual EventMonitors& eventMonitors() = 0;
+  virtual HotKeys& hotKeys() = 0;
   virtual WidgetCenter& widgetCenter() = 0;
 
   // The one object of that type in this process, made by `make(platform)` on first use.

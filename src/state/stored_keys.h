@@ -23,6 +23,8 @@ inline constexpr std::string_view reviewSwitchCount = "hushpane.reviewSwitchCoun
 inline constexpr std::string_view reviewSessionCount = "hushpane.reviewSessionCount";
 inline constexpr std::string_view firstUseDate = "hushpane.firstUseDate";
 inline constexpr std::string_view lastReviewPromptDate = "hushpane.lastReviewPromptDate";
+inline constexpr std::string_view shortcuts = "hushpane.shortcuts.v3";
+inline constexpr std::string_view hasSeenWelcome = "hasSeenWelcome";
 
 // Shared with the widget.
 inline constexpr std::string_view userMode = "hushpane.userMode";

@@ -46,6 +46,8 @@ class Stage {
   virtual void pressModifier(platform::ModifierFlags modifier) = 0;
   virtual void releaseModifier(platform::ModifierFlags modifier) = 0;
   virtual void typeKey(std::uint16_t keyCode) = 0;
+  // The mouse is moved; to the left where the distance is negative.
+  virtual void moveMouse(double points) = 0;
 
   // Another process changes a stored setting of the program, or posts a distributed notification, or opens URLs with
   // the program.

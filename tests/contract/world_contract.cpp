@@ -88,6 +88,52 @@ TEST_P(ContractTest, GlobalMonitorsSeeModifiersAndKeysUntilTheyAreDropped) {
   EXPECT_EQ(events.size(), 3u);
 }
 
+TEST_P(ContractTest, AHotKeyIsThePressOfExactlyItsCombination) {
+  using namespace platform::modifier;
+  constexpr std::uint16_t letterK = 40;
+  auto& hotKeys = platform().hotKeys();
+  std::vector<platform::HotKeyID> pressed;
+  const auto handler = hotKeys.installHandler([&](platform::HotKeyID id) { pressed.push_back(id); });
+  auto key = hotKeys.registerHotKey(letterK, control | option | capsLock, {5, 7});
+  ASSERT_TRUE(key);
+  EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 8})) << "taken";
+  EXPECT_FALSE(hotKeys.registerHotKey(60'000, control, {5, 9})) << "no such key";
+  const auto type = [&](std::initializer_list<platform::ModifierFlags> modifiers) {
+    for (const auto modifier : modifiers) stage->pressModifier(modifier);
+    stage->typeKey(letterK);
+    for (const auto modifier : modifiers) stage->releaseModifier(modifier);
+  };
+  type({});
+  type({control});
+  type({control, option, shift});
+  type({control, option});
+  ASSERT_TRUE(stage->waitUntil([&] { return !pressed.empty(); }));
+  stage->run(0.2);
+  EXPECT_EQ(pressed, (std::vector<platform::HotKeyID>{{5, 7}}));
+  key.reset();
+  type({control, option});
+  stage->run(0.2);
+  EXPECT_EQ(pressed.size(), 1u);
+  EXPECT_TRUE(hotKeys.registerHotKey(letterK, control | option, {5, 8})) << "free again";
+}
+
+TEST_P(ContractTest, MouseMovementIsToldInPointsWhileSomebodyListens) {
+  double moved = 0;
+  int events = 0;
+  auto monitor = platform().eventMonitors().addGlobalMonitor(maskOf(EventType::mouseMoved), [&](const Event& event) {
+    moved += event.deltaX;
+    ++events;
+  });
+  stage->run(0.05);
+  for (const double step : {30, -50, 8}) stage->moveMouse(step);
+  EXPECT_TRUE(stage->waitUntil([&] { return events >= 3; }));
+  EXPECT_DOUBLE_EQ(moved, -12);
+  monitor.reset();
+  stage->moveMouse(25);
+  stage->run(0.2);
+  EXPECT_DOUBLE_EQ(moved, -12);
+}
+
 TEST_P(ContractTest, SettingsKeepEveryTypeAndTellOfChangesOncePerBatch) {
   auto& defaults = platform().userDefaults();
   int told = 0;

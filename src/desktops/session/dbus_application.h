@@ -31,6 +31,7 @@ class DbusApplication : public platform::Application {
 
   // Nothing of this program is in a task list or comes to the front by itself, so there is nothing to set.
   void setActivationPolicy(platform::ActivationPolicy) override {}
+  void activateIgnoringOtherApps(bool) override {}
   void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) override;
 
  private:

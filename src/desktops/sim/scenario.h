@@ -51,9 +51,24 @@ struct PressModifier {
 struct ReleaseModifier {
   platform::ModifierFlags modifier;
 };
-struct TypeKey {
-  std::uint16_t keyCode;
+// A key with the modifiers that go down before it and up after it.
+struct Combination {
+  std::uint16_t keyCode = 0;
+  std::vector<platform::ModifierFlags> modifiers;
 };
+struct TypeKey {
+  Combination combination;
+};
+struct TakeHotKey {  // by another program
+  Combination combination;
+};
+struct GiveBackHotKey {
+  Combination combination;
+};
+struct MovePointer {
+  double deltaX;  // points
+};
+struct ShakePointer {};
 struct OpenUrls {
   std::vector<std::string> urls;
 };
@@ -102,6 +117,9 @@ struct ExpectBelow {
   platform::DisplayId screen;
   std::string window;
 };
+struct ExpectHotKeys {
+  int count;
+};
 struct ExpectSetting {
   std::string key;
   std::optional<platform::Value> value;  // nothing: absent
@@ -117,10 +135,11 @@ using Command =
     std::variant<command::SetScreen, command::RemoveScreen, command::StartApp, command::QuitApp, command::OpenWindow,
                  command::MoveWindow, command::CloseWindow, command::Activate, command::ActivateSelf,
                  command::ActivateNone, command::PressModifier, command::ReleaseModifier, command::TypeKey,
+                 command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
                  command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
                  command::Quit, command::Wake, command::SwitchSpace, command::AskByWidget, command::Shot,
                  command::ExpectPixel, command::ExpectShown, command::ExpectLevel, command::ExpectAlpha,
-                 command::ExpectBelow, command::ExpectSetting, command::ExpectShared>;
+                 command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
 
 struct ScenarioLine {
   int number = 0;  // from 1

@@ -126,6 +126,12 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::ExpectBelow& command) 
   return unexpected("order", "the overlay below '" + command.window + "'", "it above, or the window not on screen");
 }
 
+ScenarioPlayer::Result ScenarioPlayer::run(const command::ExpectHotKeys& command) {
+  const auto count = static_cast<int>(desktop_.hotKeys().registeredCount());
+  if (count != command.count) return unexpected("hot keys", command.count, count);
+  return {};
+}
+
 ScenarioPlayer::Result ScenarioPlayer::run(const command::ExpectSetting& command) {
   return compare("setting", command.key, command.value, desktop_.userDefaults().value(command.key));
 }

@@ -15,6 +15,8 @@ constexpr double largestPicture = 40e6;  // pixels of one screen
 constexpr int highestLayer = 1000;
 constexpr int highestSpace = 100;
 constexpr int highestKeyCode = 127;
+constexpr int mostHotKeys = 100;
+constexpr double longestMovement = 10'000;  // points
 
 template <class Type>
 using Names = std::initializer_list<std::pair<std::string_view, Type>>;
@@ -109,11 +111,28 @@ platform::ModifierFlags readModifier(ScenarioReader& reader) {
                                           {"function", modifier::function}});
 }
 
+Combination readCombination(ScenarioReader& reader) {
+  Combination combination{static_cast<std::uint16_t>(reader.integer("key code", 0, highestKeyCode)), {}};
+  if (reader.atEnd()) return combination;
+  reader.expect("with");
+  do combination.modifiers.push_back(readModifier(reader));
+  while (!reader.atEnd());
+  return combination;
+}
+
 Command readKey(ScenarioReader& reader) {
   if (reader.accept("press")) return PressModifier{readModifier(reader)};
   if (reader.accept("release")) return ReleaseModifier{readModifier(reader)};
+  if (reader.accept("take")) return TakeHotKey{readCombination(reader)};
+  if (reader.accept("give-back")) return GiveBackHotKey{readCombination(reader)};
   reader.expect("type");
-  return TypeKey{static_cast<std::uint16_t>(reader.integer("key code", 0, highestKeyCode))};
+  return TypeKey{readCombination(reader)};
+}
+
+Command readPointer(ScenarioReader& reader) {
+  if (reader.accept("shake")) return ShakePointer{};
+  reader.expect("move");
+  return MovePointer{reader.number("distance", -longestMovement, longestMovement)};
 }
 
 Command readOpen(ScenarioReader& reader) {
@@ -157,6 +176,7 @@ Command readExpectOverlay(ScenarioReader& reader) {
 
 Command readExpect(ScenarioReader& reader) {
   if (reader.accept("overlay")) return readExpectOverlay(reader);
+  if (reader.accept("hot-keys")) return ExpectHotKeys{reader.integer("number", 0, mostHotKeys)};
   if (reader.accept("setting")) {
     const auto key = reader.word("a key");
     return ExpectSetting{key, reader.valueOrAbsent()};
@@ -174,12 +194,13 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 15> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 16> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
     {"activate", readActivate},
     {"key", readKey},
+    {"pointer", readPointer},
     {"open", readOpen},
     {"set", readSet},
     {"wait", [](ScenarioReader& reader) -> Command { return Wait{reader.number("seconds", 0, longestWait)}; }},

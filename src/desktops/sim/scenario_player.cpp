@@ -23,6 +23,12 @@ ScenarioPlayer::Failure noScreen(platform::DisplayId id) {
   return badLine("there is no screen " + std::to_string(id));
 }
 
+platform::ModifierFlags flagsOf(const command::Combination& combination) {
+  platform::ModifierFlags flags = 0;
+  for (const auto modifier : combination.modifiers) flags |= modifier;
+  return flags;
+}
+
 ScenarioPlayer::Failure noWindow(const std::string& name) {
   return badLine("there is no window '" + name + "'");
 }
@@ -136,7 +142,39 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::ReleaseModifier& comma
 }
 
 ScenarioPlayer::Result ScenarioPlayer::run(const command::TypeKey& command) {
-  desktop_.eventMonitors().pressKey(command.keyCode);
+  auto& keyboard = desktop_.eventMonitors();
+  for (const auto modifier : command.combination.modifiers) keyboard.pressModifier(modifier);
+  desktop_.typeKey(command.combination.keyCode);
+  for (const auto modifier : command.combination.modifiers) keyboard.releaseModifier(modifier);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::TakeHotKey& command) {
+  const auto& combination = command.combination;
+  if (!desktop_.hotKeys().take(combination.keyCode, flagsOf(combination)))
+    return badLine("the hot key is taken already");
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::GiveBackHotKey& command) {
+  desktop_.hotKeys().giveBack(command.combination.keyCode, flagsOf(command.combination));
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::MovePointer& command) {
+  desktop_.eventMonitors().moveMouse(command.deltaX);
+  return {};
+}
+
+// To and fro in half a second, in small steps, as a hand does it.
+ScenarioPlayer::Result ScenarioPlayer::run(const command::ShakePointer&) {
+  constexpr int strokes = 7, stepsOfAStroke = 5;
+  constexpr double step = 20, secondsOfAStep = 0.015;
+  for (int stroke = 0; stroke < strokes; ++stroke)
+    for (int count = 0; count < stepsOfAStroke; ++count) {
+      desktop_.eventMonitors().moveMouse(stroke % 2 == 0 ? step : -step);
+      desktop_.advance(secondsOfAStep);
+    }
   return {};
 }
 

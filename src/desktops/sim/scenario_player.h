@@ -48,6 +48,10 @@ class ScenarioPlayer {
   Result run(const command::PressModifier& command);
   Result run(const command::ReleaseModifier& command);
   Result run(const command::TypeKey& command);
+  Result run(const command::TakeHotKey& command);
+  Result run(const command::GiveBackHotKey& command);
+  Result run(const command::MovePointer& command);
+  Result run(const command::ShakePointer& command);
   Result run(const command::OpenUrls& command);
   Result run(const command::SetSetting& command);
   Result run(const command::RemoveSetting& command);
@@ -63,6 +67,7 @@ class ScenarioPlayer {
   Result run(const command::ExpectLevel& command);
   Result run(const command::ExpectAlpha& command);
   Result run(const command::ExpectBelow& command);
+  Result run(const command::ExpectHotKeys& command);
   Result run(const command::ExpectSetting& command);
   Result run(const command::ExpectShared& command);
 

@@ -144,6 +144,10 @@ platform::Color ScenarioReader::color() {
 }
 
 platform::Value ScenarioReader::value() {
+  if (words_.size() - next_ > 1 && accept("data")) {
+    const std::string bytes = word("bytes");
+    return platform::Data(bytes.begin(), bytes.end());
+  }
   const Word& word = take("a value");
   if (word.isQuoted) return word.text;
   if (word.text.size() >= 2 && word.text.front() == '{' && word.text.back() == '}') return dictionaryValue(word.text);

@@ -39,7 +39,7 @@ class ScenarioReader {
   platform::Point point();
   platform::Rect frame();   // at X Y size W H
   platform::Color color();  // rrggbb
-  platform::Value value();  // true, 12, 0.5, text, "text", {key=value,...}
+  platform::Value value();  // true, 12, 0.5, text, "text", {key=value,...}, data TEXT
   std::optional<platform::Value> valueOrAbsent();
 
  private:

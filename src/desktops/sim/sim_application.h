@@ -12,10 +12,13 @@ class SimApplication : public platform::Application {
   explicit SimApplication(SimMainQueue& queue) : queue_(queue) {}
 
   void setActivationPolicy(platform::ActivationPolicy policy) override { activationPolicy_ = policy; }
+  void activateIgnoringOtherApps(bool) override { ++activations_; }
   void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) override;
 
   // Nothing until the program chose one.
   std::optional<platform::ActivationPolicy> activationPolicy() const { return activationPolicy_; }
+  // How often the program asked to be in front.
+  int activations() const { return activations_; }
   // Somebody opens URLs with this program.
   void openUrls(std::vector<std::string> urls);
   // For the end of a program.
@@ -26,6 +29,7 @@ class SimApplication : public platform::Application {
 
   SimMainQueue& queue_;
   std::optional<platform::ActivationPolicy> activationPolicy_;
+  int activations_ = 0;
   std::function<void(std::vector<std::string>)> handler_;
   std::vector<std::vector<std::string>> waiting_;
 };

@@ -47,6 +47,11 @@ std::function<void()> SimPlatform::announceDefaults() {
   };
 }
 
+bool SimPlatform::typeKey(std::uint16_t keyCode) {
+  eventMonitors_.pressKey(keyCode);
+  return !hotKeys_.press(keyCode, eventMonitors_.modifierFlags());
+}
+
 void SimPlatform::endProgram() {
   releaseInstances();
   application_.forget();

@@ -4,12 +4,14 @@
 #include <string>
 
 #include "desktops/shared/file_bookmarks.h"
+#include "desktops/shared/json_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/sim/sim_application.h"
 #include "desktops/sim/sim_bundle.h"
 #include "desktops/sim/sim_event_monitors.h"
 #include "desktops/sim/sim_frame_clock.h"
+#include "desktops/sim/sim_hot_keys.h"
 #include "desktops/sim/sim_main_queue.h"
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_screens.h"
@@ -42,6 +44,7 @@ class SimPlatform : public platform::Platform {
   SimUserDefaults& userDefaults() override { return standardDefaults_; }
   SimUserDefaults* userDefaultsSuite(std::string_view name) override;
   platform::PropertyLists& propertyLists() override { return propertyLists_; }
+  platform::JsonCoder& jsonCoder() override { return jsonCoder_; }
   SimSharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   SimBundle& bundle() override { return bundle_; }
@@ -50,9 +53,14 @@ class SimPlatform : public platform::Platform {
   SimWindowList& windowList() override { return windowList_; }
   SimWorkspace& workspace() override { return workspace_; }
   SimEventMonitors& eventMonitors() override { return eventMonitors_; }
+  SimHotKeys& hotKeys() override { return hotKeys_; }
   SimWidgetCenter& widgetCenter() override { return widgetCenter_; }
 
   const SimFrameClock& frameClock() const { return frameClock_; }
+
+  // A key goes down with the modifiers in force. Monitors see it whoever has it; true when it goes to the window in
+  // front, false when it is somebody's hot key.
+  bool typeKey(std::uint16_t keyCode);
 
   void drain() { queue_.drain(); }
   void advance(double seconds) { queue_.advance(seconds); }
@@ -94,7 +102,9 @@ class SimPlatform : public platform::Platform {
   SimWindowList windowList_;
   SimWorkspace workspace_;
   SimEventMonitors eventMonitors_{queue_};
+  SimHotKeys hotKeys_{queue_};
   SimWidgetCenter widgetCenter_;
+  desktops::JsonText jsonCoder_;
   desktops::PropertyListFiles propertyLists_;
   desktops::FileBookmarks bookmarks_;
   SimBundle bundle_;

@@ -1,12 +1,8 @@
 #include "desktops/x11/event_monitors.h"
 
-#include <xcb/xinput.h>
-
+#include <algorithm>
 #include <memory>
 #include <utility>
-
-#include "desktops/x11/ansi_key_codes.h"
-#include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
 
@@ -17,12 +13,19 @@ using platform::maskOf;
 
 constexpr std::uint16_t unknownKeyCode = 0xFFFF;
 
+double rightEdgeOf(const Screens& screens) {
+  double edge = 0;
+  for (const auto& screen : screens.screens()) edge = std::max<double>(edge, screens.toPixels(screen.frame).right());
+  return edge;
+}
+
 }  // namespace
 
-EventMonitors::EventMonitors(Connection& connection, platform::MainQueue& queue)
+EventMonitors::EventMonitors(Connection& connection, KeyboardMap& keyboard, const Screens& screens)
     : connection_(connection),
-      queue_(queue),
+      keyboard_(keyboard),
       modifiers_(connection),
+      motion_(connection, [&screens] { return rightEdgeOf(screens); }),
       xinput_(connection.extension(Extension::xinput)),
       events_(connection.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); })) {}
 
@@ -58,17 +61,21 @@ void EventMonitors::updateSelection() {
   platform::EventMask wanted = 0;
   for (const auto& [mask, count] : watched_)
     if (count > 0) wanted |= mask;
-  std::uint32_t raw = 0;
+  std::uint32_t raw = 0, devices = 0;
   if (wanted & maskOf(EventType::keyDown)) raw |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
-  if (wanted & maskOf(EventType::mouseMoved)) raw |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
-  const auto before = std::exchange(selected_, raw);
-  if (before == raw) return;
-  if (raw & ~before & XCB_INPUT_XI_EVENT_MASK_RAW_MOTION) takePointerStep();
+  if (wanted & maskOf(EventType::mouseMoved)) {
+    raw |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
+    devices = XCB_INPUT_XI_EVENT_MASK_DEVICE_CHANGED | XCB_INPUT_XI_EVENT_MASK_HIERARCHY;
+    motion_.forgetDevices();
+  }
+  if (std::exchange(selected_, raw) == raw) return;
   const struct {
-    xcb_input_event_mask_t head;
-    std::uint32_t mask;
-  } request{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, raw};
-  xcb_input_xi_select_events(connection_.get(), connection_.root(), 1, &request.head);
+    xcb_input_event_mask_t mastersHead;
+    std::uint32_t masters;
+    xcb_input_event_mask_t allHead;
+    std::uint32_t all;
+  } request{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, raw, {XCB_INPUT_DEVICE_ALL, 1}, devices};
+  xcb_input_xi_select_events(connection_.get(), connection_.root(), 2, &request.mastersHead);
 }
 
 void EventMonitors::handle(const xcb_generic_event_t& event) {
@@ -79,36 +86,31 @@ void EventMonitors::handle(const xcb_generic_event_t& event) {
 void EventMonitors::handleRawEvent(const xcb_generic_event_t& event) {
   const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
   if (!xinput_ || raw.extension != xinput_->majorOpcode) return;
-  if (raw.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(static_cast<xcb_keycode_t>(raw.detail));
-  if (raw.event_type == XCB_INPUT_RAW_MOTION) handleMotion();
+  switch (raw.event_type) {
+    case XCB_INPUT_RAW_KEY_PRESS: return handleRawKey(static_cast<xcb_keycode_t>(raw.detail));
+    case XCB_INPUT_RAW_MOTION: return handleMotion(reinterpret_cast<const xcb_input_raw_motion_event_t&>(event));
+    case XCB_INPUT_HIERARCHY: return motion_.forgetDevices();
+    case XCB_INPUT_DEVICE_CHANGED: {
+      // The pointer being taken over by another device is no change of either.
+      const auto& change = reinterpret_cast<const xcb_input_device_changed_event_t&>(event);
+      if (change.reason == XCB_INPUT_CHANGE_REASON_DEVICE_CHANGE) motion_.forgetDevices();
+      return;
+    }
+    default: return;
+  }
 }
 
 void EventMonitors::handleRawKey(xcb_keycode_t keycode) {
-  if (modifiers_.isModifierKey(keycode)) return;
+  if (keyboard_.isModifierKey(keycode)) return;
   deliver({.type = EventType::keyDown,
            .modifierFlags = modifiers_.flags(),
-           .keyCode = virtualKeyCode(keycode).value_or(unknownKeyCode)});
+           .keyCode = keyboard_.virtualKeyCode(keycode).value_or(unknownKeyCode)});
 }
 
-// Raw motion counts in the device's own units, some of them absolute; where the pointer went is asked once for all the
-// motion of a turn.
-void EventMonitors::handleMotion() {
-  if (std::exchange(isMotionPending_, true)) return;
-  queue_.async(lifetime_.weak([this] {
-    isMotionPending_ = false;
-    if (const auto step = takePointerStep())
-      deliver({.type = EventType::mouseMoved, .modifierFlags = modifiers_.flags(), .deltaX = *step});
-  }));
-}
-
-// How far the pointer went since the last call; nothing at the first.
-std::optional<double> EventMonitors::takePointerStep() {
-  const Reply<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(connection_.get(), xcb_query_pointer(connection_.get(), connection_.root()), nullptr));
-  if (!pointer) return std::nullopt;
-  const double now = pointer->root_x;
-  const auto before = std::exchange(pointerX_, now);
-  return before ? std::optional(now - *before) : std::nullopt;
+void EventMonitors::handleMotion(const xcb_input_raw_motion_event_t& motion) {
+  const platform::Event event{
+      .type = EventType::mouseMoved, .modifierFlags = modifiers_.flags(), .deltaX = motion_.step(motion).value_or(0)};
+  global_.forEach([&event](const auto& handler) { handler(event); });
 }
 
 void EventMonitors::deliver(const platform::Event& event) {

@@ -4,11 +4,13 @@
 #include <optional>
 
 #include "desktops/x11/connection.h"
+#include "desktops/x11/keyboard_map.h"
 #include "desktops/x11/modifier_state.h"
+#include "desktops/x11/pointer_motion.h"
+#include "desktops/x11/screens.h"
 #include "platform/event_monitors.h"
 #include "platform/handler_list.h"
 #include "platform/lifetime.h"
-#include "platform/main_queue.h"
 
 namespace hushpane::x11 {
 
@@ -17,10 +19,10 @@ namespace hushpane::x11 {
 //
 // Keys carry the modifiers in force when they went down, and a change of modifiers is told before any key typed with
 // it. A second key of a modifier that is already down changes no flags and is not told. A held key repeats as
-// key-downs.
+// key-downs. Motion is told to global monitors, since no window of the program follows the pointer.
 class EventMonitors : public platform::EventMonitors {
  public:
-  EventMonitors(Connection& connection, platform::MainQueue& queue);
+  EventMonitors(Connection& connection, KeyboardMap& keyboard, const Screens& screens);
 
   platform::Token addGlobalMonitor(platform::EventMask mask, GlobalHandler handler) override;
   platform::Token addLocalMonitor(platform::EventMask mask, LocalHandler handler) override;
@@ -37,19 +39,17 @@ class EventMonitors : public platform::EventMonitors {
   void handle(const xcb_generic_event_t& event);
   void handleRawEvent(const xcb_generic_event_t& event);
   void handleRawKey(xcb_keycode_t keycode);
-  void handleMotion();
-  std::optional<double> takePointerStep();
+  void handleMotion(const xcb_input_raw_motion_event_t& motion);
   void deliver(const platform::Event& event);
 
   Connection& connection_;
-  platform::MainQueue& queue_;
+  KeyboardMap& keyboard_;
   ModifierState modifiers_;
+  PointerMotion motion_;
   std::optional<ExtensionInfo> xinput_;
   bool isOwnWindowFocused_ = false;
   std::map<platform::EventMask, int> watched_;
   std::uint32_t selected_ = 0;
-  bool isMotionPending_ = false;
-  std::optional<double> pointerX_;  // where the last motion ended
   platform::HandlerList<void(const platform::Event&)> global_;
   platform::HandlerList<void(std::optional<platform::Event>&)> local_;
   platform::Token events_;

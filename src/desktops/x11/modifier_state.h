@@ -1,6 +1,5 @@
 #pragma once
 
-#include <bitset>
 #include <optional>
 
 #include "desktops/x11/connection.h"
@@ -8,7 +7,7 @@
 
 namespace hushpane::x11 {
 
-// Follows the modifiers of the core keyboard, whatever key or device set them, and the keys that stand for modifiers.
+// Follows the modifiers of the core keyboard, whatever key or device set them.
 // The server tells of each change right after the raw event of the key that caused it and before any later key.
 class ModifierState {
  public:
@@ -19,17 +18,9 @@ class ModifierState {
   // Takes an event of the server; true when the flags changed with it.
   bool handle(const xcb_generic_event_t& event);
 
-  // True for keys that only modify others. One round trip after each change of the keyboard map, else none.
-  bool isModifierKey(xcb_keycode_t keycode);
-
  private:
-  void selectEvents();
-  void readModifierKeys();
-
-  Connection& connection_;
   std::optional<ExtensionInfo> xkb_;
   platform::ModifierFlags flags_ = 0;
-  std::optional<std::bitset<256>> modifierKeys_;
 };
 
 }  // namespace hushpane::x11

@@ -15,6 +15,7 @@
 #include "desktops/shared/defaults_folder.h"
 #include "desktops/shared/file_bookmarks.h"
 #include "desktops/shared/group_container.h"
+#include "desktops/shared/json_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/x11/compositor_watch.h"
@@ -23,6 +24,8 @@
 #include "desktops/x11/event_monitors.h"
 #include "desktops/x11/event_source.h"
 #include "desktops/x11/frame_clock.h"
+#include "desktops/x11/hot_keys.h"
+#include "desktops/x11/keyboard_map.h"
 #include "desktops/x11/overlay_stage.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/root_background.h"
@@ -64,6 +67,7 @@ class X11Platform : public platform::Platform {
   platform::UserDefaults& userDefaults() override { return *standardDefaults_; }
   platform::UserDefaults* userDefaultsSuite(std::string_view name) override { return defaults_.open(name); }
   platform::PropertyLists& propertyLists() override { return propertyLists_; }
+  platform::JsonCoder& jsonCoder() override { return jsonCoder_; }
   platform::SharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   platform::Bundle& bundle() override { return bundle_; }
@@ -72,6 +76,7 @@ class X11Platform : public platform::Platform {
   platform::WindowList& windowList() override { return windowList_; }
   platform::Workspace& workspace() override { return workspace_; }
   platform::EventMonitors& eventMonitors() override { return eventMonitors_; }
+  platform::HotKeys& hotKeys() override { return hotKeys_; }
   platform::WidgetCenter& widgetCenter() override { return widgetCenter_; }
 
  private:
@@ -97,6 +102,7 @@ class X11Platform : public platform::Platform {
   desktops::DefaultsFolder defaults_;
   platform::UserDefaults* standardDefaults_;
   desktops::PropertyListFiles propertyLists_;
+  desktops::JsonText jsonCoder_;
   desktops::GroupContainer sharedContainer_;
   desktops::FileBookmarks bookmarks_;
   desktops::ResourceBundle bundle_;
@@ -105,7 +111,9 @@ class X11Platform : public platform::Platform {
   Workspace workspace_;
   session::WakeWatch wakeWatch_;
   WindowList windowList_;
+  KeyboardMap keyboard_;
   EventMonitors eventMonitors_;
+  HotKeys hotKeys_;
   CompositorWatch compositor_;
   Render render_;
   CoveredWindows coveredWindows_;

@@ -48,7 +48,8 @@ class SimStage : public Stage {
   void releaseModifier(platform::ModifierFlags modifier) override {
     desktop_->eventMonitors().releaseModifier(modifier);
   }
-  void typeKey(std::uint16_t keyCode) override { desktop_->eventMonitors().pressKey(keyCode); }
+  void typeKey(std::uint16_t keyCode) override { desktop_->typeKey(keyCode); }
+  void moveMouse(double points) override { desktop_->eventMonitors().moveMouse(points); }
 
   void changeSetting(const std::string& key, const platform::Value& value) override {
     desktop_->userDefaults().set(key, value);

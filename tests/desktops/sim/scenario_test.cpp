@@ -36,6 +36,10 @@ TEST(ScenarioParserTest, TellsTheFirstBadLineAndWhy) {
       {"window a of b at 1 1 size 2 2 sound on", "1: unexpected 'sound'"},
       {"key press alt", "1: 'alt' is no modifier key"},
       {"key type 128", "1: key code 128 is out of range"},
+      {"key type 3 with", "1: missing modifier key"},
+      {"key take 3 control", "1: expected 'with' instead of 'control'"},
+      {"pointer jump", "1: expected 'move' instead of 'jump'"},
+      {"expect hot-keys -1", "1: number -1 is out of range"},
       {"set key {a}", "1: 'a' in a dictionary is no KEY=VALUE"},
       {"shot ../escape", "1: '../escape' is no name for a picture"},
       {"shot .hidden", "1: '.hidden' is no name for a picture"},
@@ -49,10 +53,16 @@ TEST(ScenarioParserTest, ReadsValuesOfEveryType) {
   using platform::Dictionary;
   using platform::Value;
   const std::pair<const char*, Value> cases[] = {
-      {"true", true},       {"12", 12},
-      {"-0.5", -0.5},       {"dim", "dim"},
-      {"\"12\"", "12"},     {"\"two words # not a comment\"", "two words # not a comment"},
-      {"{}", Dictionary{}}, {"{2=false,x=1.5}", Dictionary{{"2", false}, {"x", 1.5}}},
+      {"true", true},
+      {"12", 12},
+      {"-0.5", -0.5},
+      {"dim", "dim"},
+      {"\"12\"", "12"},
+      {"\"two words # not a comment\"", "two words # not a comment"},
+      {"data [\"x\"]", platform::Data{'[', '"', 'x', '"', ']'}},
+      {"data", "data"},
+      {"{}", Dictionary{}},
+      {"{2=false,x=1.5}", Dictionary{{"2", false}, {"x", 1.5}}},
   };
   for (const auto& [text, value] : cases) {
     const auto parsed = parseScenario("set key " + std::string(text) + " # comment\r");

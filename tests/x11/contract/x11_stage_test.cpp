@@ -1,5 +1,6 @@
 #include <glib.h>
 
+#include <cmath>
 #include <map>
 #include <sstream>
 #include <stdexcept>
@@ -75,6 +76,9 @@ class X11Stage : public Stage {
     constexpr std::uint16_t letterK = 40;
     if (keyCode != letterK) throw std::runtime_error("this stage has no name for the key");
     session_.keyboard("key", "k");
+  }
+  void moveMouse(double points) override {
+    session_.runTool({"xdotool", "mousemove_relative", "--", std::to_string(std::lround(points)), "0"});
   }
 
   void changeSetting(const std::string& key, const platform::Value& value) override {

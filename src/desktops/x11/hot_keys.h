@@ -1,0 +1,61 @@
+#pragma once
+
+#include <bitset>
+#include <cstdint>
+#include <map>
+#include <vector>
+
+#include "desktops/x11/connection.h"
+#include "desktops/x11/keyboard_map.h"
+#include "platform/handler_list.h"
+#include "platform/hot_keys.h"
+#include "platform/lifetime.h"
+#include "platform/main_queue.h"
+
+namespace hushpane::x11 {
+
+// Hot keys as passive grabs of the core keyboard on the root window. A combination is grabbed with every state of Caps
+// Lock and Num Lock, or not at all. When the keyboard map changes, the grabs move with the places of their keys; a
+// combination that cannot be grabbed in its new place is absent until it is registered again.
+class HotKeys : public platform::HotKeys {
+ public:
+  HotKeys(Connection& connection, platform::MainQueue& queue, KeyboardMap& keyboard);
+
+  platform::Token installHandler(Handler handler) override { return handlers_.add(std::move(handler)); }
+  // One round trip.
+  platform::Token registerHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers,
+                                 platform::HotKeyID id) override;
+
+ private:
+  struct Grab {
+    xcb_keycode_t keycode;
+    std::uint16_t modifiers;  // with lock keys
+  };
+  struct HotKey {
+    std::uint16_t keyCode;    // virtual
+    std::uint16_t modifiers;  // of the X protocol, without lock keys
+    platform::HotKeyID id;
+    std::vector<Grab> grabs;  // empty while they cannot be had
+  };
+
+  std::vector<Grab> wantedGrabs(const HotKey& key);
+  bool grab(HotKey& key);
+  void ungrab(HotKey& key);
+  void grabAgain();
+  void handle(const xcb_generic_event_t& event);
+  void keyPressed(const xcb_key_press_event_t& event);
+
+  Connection& connection_;
+  platform::MainQueue& queue_;
+  KeyboardMap& keyboard_;
+  std::map<unsigned, HotKey> hotKeys_;
+  unsigned lastKey_ = 0;
+  std::bitset<256> down_;  // keys whose press was told
+  bool isGrabbingAgain_ = false;
+  platform::HandlerList<void(platform::HotKeyID)> handlers_;
+  platform::Token mapChanges_;
+  platform::Token events_;
+  platform::Lifetime lifetime_;
+};
+
+}  // namespace hushpane::x11

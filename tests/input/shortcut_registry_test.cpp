@@ -1,0 +1,201 @@
+#include "input/shortcut_registry.h"
+
+#include <string>
+
+#include "support/simulated_program.h"
+
+namespace hushpane::tests {
+namespace {
+
+using Action = HushpaneShortcut::Action;
+using namespace platform::modifier;
+
+constexpr std::uint16_t keyS = 1, keyA = 0, keyF = 3, keyG = 5;
+
+const std::string defaultText = R"([{"action":"setStandard","enabled":true,"keyCode":1,"modifiersRaw":786432},)"
+                                R"({"action":"toggleCleanDesktop","enabled":true,"keyCode":0,"modifiersRaw":786432},)"
+                                R"({"action":"toggleFocus","enabled":true,"keyCode":3,"modifiersRaw":786432}])";
+
+class ShortcutRegistryTest : public SimulatedProgram {
+ protected:
+  void storeText(const std::string& text) { store(storedKeys::shortcuts, platform::Data(text.begin(), text.end())); }
+  std::string storedText() {
+    const auto data = stored(storedKeys::shortcuts).as<platform::Data>();
+    return data ? std::string(data->begin(), data->end()) : "no data";
+  }
+  ShortcutRegistry& registry() { return ShortcutRegistry::shared(); }
+
+  // Presses the key with Control and Option from another program; true when the program took it.
+  bool press(std::uint16_t keyCode) {
+    desktop->eventMonitors().pressModifier(control | option);
+    const bool isTaken = !desktop->typeKey(keyCode);
+    desktop->eventMonitors().releaseModifier(control | option);
+    desktop->drain();
+    return isTaken;
+  }
+  int switches() { return static_cast<int>(stored(storedKeys::reviewSwitchCount).as<std::int64_t>().value_or(0)); }
+};
+
+TEST_F(ShortcutRegistryTest, TheThreeKeysSwitchFromAnyProgram) {
+  launch();
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 3u);
+  EXPECT_TRUE(press(keyF));
+  EXPECT_EQ(state().userMode(), VeilMode::focus);
+  EXPECT_TRUE(press(keyF));
+  EXPECT_EQ(switches(), 1) << "already there";
+  EXPECT_TRUE(press(keyA));
+  EXPECT_EQ(state().userMode(), VeilMode::cleanDesktop);
+  EXPECT_TRUE(press(keyS));
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+  EXPECT_TRUE(press(keyS));
+  EXPECT_EQ(switches(), 4) << "the way back is counted each time";
+  EXPECT_EQ(stored(storedKeys::lastUserMode), platform::Value("standard"));
+  EXPECT_FALSE(press(keyG));
+  desktop->eventMonitors().pressModifier(control | option | shift);
+  EXPECT_TRUE(desktop->typeKey(keyF)) << "another combination";
+}
+
+TEST_F(ShortcutRegistryTest, APressNeverSwitchesInsideItsEvent) {
+  launch();
+  registry().handleHotKey(3);
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+  desktop->drain();
+  EXPECT_EQ(state().userMode(), VeilMode::focus);
+  for (const std::uint32_t stranger : {0u, 4u, 0xFFFFFFFFu}) registry().handleHotKey(stranger);
+  desktop->drain();
+  EXPECT_EQ(switches(), 1);
+  registry().handleHotKey(1);
+  desktop.reset();  // the program ends with the press on its way
+}
+
+TEST_F(ShortcutRegistryTest, DefaultsAreStoredWithTheFirstChange) {
+  launch();
+  EXPECT_EQ(stored(storedKeys::shortcuts), platform::Value("absent"));
+  registry().setEnabled(true, Action::setStandard);
+  EXPECT_EQ(storedText(), defaultText);
+}
+
+TEST_F(ShortcutRegistryTest, StoredRecordsReplaceTheirDefaultsAndAreWrittenBackWhole) {
+  storeText(R"( [ {"enabled": false, "modifiersRaw": 786432, "action": "toggleFocus", "keyCode": 3} ] )");
+  launch();
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+  EXPECT_FALSE(press(keyF));
+  auto expected = defaultText;
+  const auto last = expected.rfind("true");
+  EXPECT_EQ(storedText(), expected.replace(last, 4, "false"));
+}
+
+TEST_F(ShortcutRegistryTest, OfTwoRecordsForAnActionTheLaterCounts) {
+  storeText(R"([{"action":"toggleFocus","enabled":true,"keyCode":40,"modifiersRaw":1048576},)"
+            R"({"action":"toggleFocus","enabled":true,"keyCode":5,"modifiersRaw":18446744073709551615,"note":[{}]}])");
+  launch();
+  const auto* focus = registry().shortcut(Action::toggleFocus);
+  ASSERT_NE(focus, nullptr);
+  EXPECT_EQ(*focus, (HushpaneShortcut{Action::toggleFocus, true, keyG, ~std::uint64_t{0}}));
+  EXPECT_EQ(focus->modifiers(), shift | control | option | command);
+  EXPECT_EQ(registry().shortcuts().size(), 3u);
+  EXPECT_NE(storedText().find("18446744073709551615"), std::string::npos) << "nothing of it is lost";
+}
+
+TEST_F(ShortcutRegistryTest, DataThatCannotBeReadIsLeftAlone) {
+  const std::string good = R"({"action":"setStandard","enabled":true,"keyCode":1,"modifiersRaw":0})";
+  const auto with = [&](const std::string& from, const std::string& to) {
+    auto record = good;
+    return record.replace(record.find(from), from.size(), to);
+  };
+  for (const auto& record : {with("setStandard", "reveal"),
+                             with("setStandard", "SetStandard"),
+                             with("\"setStandard\"", "0"),
+                             with("true", "1"),
+                             with("true", "\"true\""),
+                             with("true", "null"),
+                             with(":1,", ":\"1\","),
+                             with(":1,", ":true,"),
+                             with(":1,", ":1.5,"),
+                             with(":1,", ":1e400,"),
+                             with(":1,", ":65536,"),
+                             with(":1,", ":-1,"),
+                             with(":0}", ":18446744073709551616}"),
+                             with(":0}", ":-9223372036854775808}"),
+                             with("\"action\"", "\"Action\""),
+                             with("\"enabled\":true,", ""),
+                             with("\"keyCode\":1,", ""),
+                             with(",\"modifiersRaw\":0", ""),
+                             std::string("[]"),
+                             std::string("null"),
+                             std::string("7")}) {
+    const auto text = "[" + good + "," + record + "]";
+    storeText(text);
+    relaunch();
+    EXPECT_EQ(registry().shortcuts(), defaultShortcuts()) << text;
+    EXPECT_EQ(storedText(), text);
+  }
+  for (const auto& text : {std::string(), std::string("{}"), good, std::string("[") + good, "[" + good + ",]",
+                           "[" + good + "]]", std::string("\xff\xfe"), std::string(100'000, '[')}) {
+    storeText(text);
+    relaunch();
+    EXPECT_EQ(registry().shortcuts(), defaultShortcuts()) << text;
+    EXPECT_EQ(storedText(), text);
+  }
+  store(storedKeys::shortcuts, defaultText);
+  relaunch();
+  EXPECT_EQ(stored(storedKeys::shortcuts), platform::Value(defaultText)) << "a text is no data";
+  registry().setEnabled(false, Action::setStandard);
+  EXPECT_NE(storedText().find(R"("enabled":false)"), std::string::npos) << "the next change replaces it";
+}
+
+TEST_F(ShortcutRegistryTest, EveryChangeRegistersAllAnew) {
+  launch();
+  int announcements = 0;
+  const auto observer = registry().observe([&] { ++announcements; });
+  registry().setEnabled(false, Action::toggleCleanDesktop);
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+  EXPECT_FALSE(press(keyA));
+  auto changed = registry().shortcuts();
+  changed[1] = {Action::toggleCleanDesktop, true, keyG, control | option};
+  registry().setShortcuts(changed);
+  EXPECT_EQ(announcements, 2);
+  EXPECT_TRUE(press(keyG));
+  EXPECT_EQ(state().userMode(), VeilMode::cleanDesktop);
+  const auto before = stored(storedKeys::shortcuts);
+  relaunch();
+  EXPECT_EQ(registry().shortcuts(), changed);
+  EXPECT_EQ(stored(storedKeys::shortcuts), before);
+}
+
+TEST_F(ShortcutRegistryTest, ATakenCombinationIsSkippedInSilenceAndTakenOnceItIsFree) {
+  prepareDesktop();
+  desktop->hotKeys().take(keyF, control | option);
+  launch();
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+  EXPECT_TRUE(press(keyF)) << "by the other program";
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+  desktop->hotKeys().giveBack(keyF, control | option);
+  registry().start();
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u) << "started once";
+  registry().setShortcuts(registry().shortcuts());
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 3u);
+}
+
+TEST_F(ShortcutRegistryTest, OfTwoActionsWithOneCombinationTheFirstHasIt) {
+  launch();
+  auto changed = registry().shortcuts();
+  changed[2].keyCode = keyS;
+  registry().setShortcuts(changed);
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+  state().setMode(VeilMode::cleanDesktop);
+  EXPECT_TRUE(press(keyS));
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+}
+
+TEST_F(ShortcutRegistryTest, BeforeTheStartNothingIsRegistered) {
+  prepareDesktop();
+  registry().setEnabled(false, Action::toggleFocus);
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 0u);
+  EXPECT_NE(storedText(), "no data");
+  launch();
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+}
+
+}  // namespace
+}  // namespace hushpane::tests
