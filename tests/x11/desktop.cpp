@@ -37,8 +37,8 @@ void Desktop::chooseMode(const std::string& mode, const std::string& surface, Se
   settings().write(more);
 }
 
-std::unique_ptr<Process> Desktop::spawn(std::vector<std::string> launcher,
-                                        const std::vector<std::string>& arguments) const {
+std::unique_ptr<Process> Desktop::spawnHushpane(const std::vector<std::string>& arguments,
+                                                std::vector<std::string> launcher) const {
   launcher.push_back(HUSHPANE_BINARY);
   launcher.insert(launcher.end(), arguments.begin(), arguments.end());
   return std::make_unique<Process>(launcher, environment(), logs());
@@ -52,7 +52,7 @@ void Desktop::startHushpane(const std::vector<std::string>& arguments, const std
   };
   const auto before = lastPublished();
   untouched_ = settledPicture();
-  hushpane_ = spawn(launcher, arguments);
+  hushpane_ = spawnHushpane(arguments, launcher);
   waitUntil([&] { return lastPublished() != before || !hushpane_->isRunning(); });
   if (lastPublished() == before) {
     throw std::runtime_error("hushpane did not start: " + hushpane_->errors());
@@ -60,7 +60,7 @@ void Desktop::startHushpane(const std::vector<std::string>& arguments, const std
 }
 
 std::unique_ptr<Process> Desktop::runHushpane(const std::vector<std::string>& arguments) {
-  auto process = spawn({}, arguments);
+  auto process = spawnHushpane(arguments);
   process->wait();
   return process;
 }

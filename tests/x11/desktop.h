@@ -32,6 +32,9 @@ class Desktop : public testing::Test, protected Session {
   void startHushpane(const std::vector<std::string>& arguments = {}, const std::vector<std::string>& launcher = {});
   // Starts it beside the first, or where it cannot run, and waits until it is over.
   std::unique_ptr<Process> runHushpane(const std::vector<std::string>& arguments);
+  // Starts it beside the first and goes on.
+  std::unique_ptr<Process> spawnHushpane(const std::vector<std::string>& arguments,
+                                         std::vector<std::string> launcher = {}) const;
   // Asks it to end.
   std::optional<int> stopHushpane() { return hushpane_->terminate(); }
   Process& hushpane() { return *hushpane_; }
@@ -54,8 +57,6 @@ class Desktop : public testing::Test, protected Session {
   std::unique_ptr<Terminal> red_, green_, blue_;
 
  private:
-  std::unique_ptr<Process> spawn(std::vector<std::string> launcher, const std::vector<std::string>& arguments) const;
-
   std::unique_ptr<Process> hushpane_;
   Picture untouched_;
 };

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tests/x11/desktop.h"
 
 namespace hushpane::x11_tests {
@@ -40,16 +42,39 @@ class OnTheBus : public Desktop {
 
 TEST_F(OnTheBus, SecondStartHandsItsUrlsToTheFirst) {
   chooseMode("standard");
-  startReachable();
+  startReachable({"hushpane://mode/cleanDesktop", "hushpane://mode/focus"});
+  EXPECT_TRUE(hasCounted(2)) << "its own two";
+  EXPECT_TRUE(entersMode("focus"));
+  expectHandedOver({"hushpane://mode/standard"});
+  EXPECT_TRUE(entersMode("standard"));
   expectHandedOver({"hushpane://mode/focus"});
   EXPECT_TRUE(entersMode("focus"));
   EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
   EXPECT_EQ(settings().value("hushpane.lastUserMode"), "focus");
   expectHandedOver({"hushpane://mode/focus", "hushpane://mode/anything/cleanDesktop?x=1"});
   EXPECT_TRUE(entersMode("cleanDesktop"));
-  EXPECT_TRUE(hasCounted(3));
+  EXPECT_TRUE(hasCounted(6));
   expectHandedOver({});
-  EXPECT_TRUE(hasCounted(3));
+  EXPECT_TRUE(hasCounted(6));
+}
+
+// Each URL that arrives is counted as a switch.
+TEST_F(OnTheBus, FiftyStartsAtOnceLeaveOneInstanceAndLoseNoUrl) {
+  constexpr int starts = 50;
+  chooseMode("standard");
+  std::vector<std::unique_ptr<Process>> programs;
+  for (int number = 0; number < starts; ++number)
+    programs.push_back(spawnHushpane({number % 2 == 0 ? "hushpane://mode/focus" : "hushpane://mode/cleanDesktop"}));
+  EXPECT_TRUE(waitUntil(
+      [&] {
+        return std::count_if(programs.begin(), programs.end(), [](auto& program) { return program->isRunning(); }) == 1;
+      },
+      60s));
+  EXPECT_TRUE(hasCounted(starts));
+  for (const auto& program : programs) {
+    EXPECT_EQ(program->wait(0ms).value_or(0), 0) << "the one that still runs has no status";
+    EXPECT_EQ(program->output() + program->errors(), "");
+  }
 }
 
 TEST_F(OnTheBus, WrongUrlsChangeNothing) {

@@ -1,0 +1,133 @@
+#include <array>
+
+#include "tests/x11/desktop.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+class HotKeys : public Desktop {
+ protected:
+  ~HotKeys() override {
+    for (const char* key : {"ctrl", "alt"}) keyboard("keyup", key);
+  }
+
+  void startInStandard(SettingsValues more = {}) {
+    chooseMode("standard", "dim", std::move(more));
+    startHushpane();
+  }
+  // The key in the place of a letter of the ANSI keyboard, whatever the layout writes on it.
+  void press(const char* key) const { keyboard("key", std::string("ctrl+alt+") + key); }
+
+  // What the terminal in front has read, once it has read this line too.
+  std::string typedUpTo(const std::string& line) const {
+    keyboard("type", line);
+    keyboard("key", "Return");
+    waitUntil([&] { return red_->typed().ends_with(line + "\n"); });
+    return red_->typed();
+  }
+
+  testing::AssertionResult allSwitch() const {
+    for (const auto& [key, mode] : std::array<std::pair<const char*, const char*>, 3>{
+             {{"f", "focus"}, {"a", "cleanDesktop"}, {"s", "standard"}}}) {
+      press(key);
+      if (auto entered = entersMode(mode); !entered) return entered << " by " << key;
+    }
+    return testing::AssertionSuccess();
+  }
+};
+
+TEST_F(HotKeys, SwitchFromAFocusedTerminalThatHearsNothingOfIt) {
+  press("a");
+  const std::string before = typedUpTo("before");
+  ASSERT_NE(before, "before\n") << "a terminal hears of keys that are nobody's";
+  startInStandard();
+  for (const char* lock : {"", "Caps_Lock", "Num_Lock", "Caps_Lock"}) {
+    if (*lock) keyboard("key", lock);
+    EXPECT_TRUE(allSwitch()) << "after " << lock;
+  }
+  keyboard("key", "Num_Lock");
+  EXPECT_EQ(typedUpTo("after"), before + "after\n");
+  press("f");
+  EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
+  stopHushpane();
+  press("a");
+  EXPECT_NE(typedUpTo("end"), before + "after\nend\n") << "the keys are everybody's again";
+}
+
+TEST_F(HotKeys, HeldKeyThatRepeatsIsOnePress) {
+  startInStandard();
+  runTool({"xset", "r", "rate", "200", "50"});
+  for (const char* key : {"ctrl", "alt", "s"}) keyboard("keydown", key);
+  const auto switches = [this] { return settings().value("hushpane.reviewSwitchCount"); };
+  EXPECT_TRUE(waitUntil([&] { return switches() == "1"; }));
+  EXPECT_TRUE(holdsFor(600ms, [&] { return switches() == "1"; }));
+  for (const char* key : {"s", "alt", "ctrl"}) keyboard("keyup", key);
+  press("s");
+  EXPECT_TRUE(waitUntil([&] { return switches() == "2"; }));
+}
+
+TEST_F(HotKeys, CombinationOfAnotherProgramStaysItsOwn) {
+  constexpr xcb_keycode_t letterF = 41;
+  constexpr std::uint16_t controlOption = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+  const XConnection other(display());
+  // With Caps Lock only: whoever has part of it has it.
+  xcb_grab_key(other.get(), 1, other.root(), controlOption | XCB_MOD_MASK_LOCK, letterF, XCB_GRAB_MODE_ASYNC,
+               XCB_GRAB_MODE_ASYNC);
+  other.sync();
+  startInStandard();
+  press("f");
+  EXPECT_TRUE(holdsFor(300ms, [this] { return sharedFile().value("hushpane.userMode") == "standard"; }));
+  press("a");
+  EXPECT_TRUE(entersMode("cleanDesktop"));
+  EXPECT_EQ(stopHushpane(), 0);
+  EXPECT_EQ(hushpane().errors(), "");
+  xcb_ungrab_key(other.get(), letterF, other.root(), XCB_MOD_MASK_ANY);
+  other.sync();
+  startHushpane();
+  EXPECT_TRUE(allSwitch());
+}
+
+TEST_F(HotKeys, FollowTheirPlacesThroughChangesOfTheKeyboardMap) {
+  startInStandard();
+  ASSERT_TRUE(allSwitch());
+  runTool({"setxkbmap", "dvorak"});
+  for (const auto& [keycode, mode] : std::array<std::pair<const char*, const char*>, 3>{
+           {{"41", "focus"}, {"38", "cleanDesktop"}, {"39", "standard"}}}) {
+    for (const char* modifier : {"ctrl", "alt"}) keyboard("keydown", modifier);
+    keyboard("key", keycode);
+    EXPECT_TRUE(entersMode(mode));
+    for (const char* modifier : {"ctrl", "alt"}) keyboard("keyup", modifier);
+  }
+  runTool({"setxkbmap", "us"});
+  // Num Lock becomes another modifier, and two keys change their places.
+  runTool({"xmodmap", "-e", "clear mod2", "-e", "clear mod3", "-e", "add mod3 = Num_Lock"});
+  keyboard("key", "Num_Lock");
+  EXPECT_TRUE(allSwitch());
+  keyboard("key", "Num_Lock");
+  runTool({"sh", "-c",
+           "xkbcomp $DISPLAY - 2>/dev/null | sed 's/<AC04> = 41/<AC04> = 42/; s/<AC05> = 42/<AC05> = 41/' | "
+           "xkbcomp -w0 - $DISPLAY"});
+  EXPECT_TRUE(waitUntil([this] {
+    press("42");
+    return sharedFile().value("hushpane.userMode") == "focus";
+  }));
+}
+
+TEST_F(HotKeys, EditedShortcutsHoldFromTheNextStart) {
+  // [{"action":"toggleFocus","enabled":true,"keyCode":5,"modifiersRaw":1310720},
+  //  {"action":"setStandard","enabled":false,"keyCode":1,"modifiersRaw":786432}]
+  startInStandard({{"hushpane.shortcuts.v3",
+                    "<data>W3siYWN0aW9uIjoidG9nZ2xlRm9jdXMiLCJlbmFibGVkIjp0cnVlLCJrZXlDb2RlIjo1LCJtb2RpZmllcnNSYXciOjEz"
+                    "MTA3MjB9LHsiYWN0aW9uIjoic2V0U3RhbmRhcmQiLCJlbmFibGVkIjpmYWxzZSwia2V5Q29kZSI6MSwibW9kaWZpZXJzUmF3"
+                    "Ijo3ODY0MzJ9XQ==</data>"}});
+  press("f");
+  keyboard("key", "ctrl+super+g");
+  EXPECT_TRUE(entersMode("focus"));
+  press("s");
+  EXPECT_TRUE(holdsFor(300ms, [this] { return sharedFile().value("hushpane.userMode") == "focus"; }));
+  press("a");
+  EXPECT_TRUE(entersMode("cleanDesktop"));
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests
