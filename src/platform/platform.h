@@ -13,11 +13,13 @@
 #include "platform/event_monitors.h"
 #include "platform/hot_keys.h"
 #include "platform/image.h"
+#include "platform/image_loader.h"
 #include "platform/json.h"
 #include "platform/main_queue.h"
 #include "platform/notification_center.h"
 #include "platform/property_list.h"
 #include "platform/screen.h"
+#include "platform/task_queue.h"
 #include "platform/user_defaults.h"
 #include "platform/widget_center.h"
 #include "platform/window.h"
@@ -41,6 +43,7 @@ class Platform {
   virtual std::int32_t processIdentifier() const = 0;
   virtual Application& application() = 0;
   virtual MainQueue& mainQueue() = 0;
+  virtual TaskQueue& taskQueue() = 0;
   virtual NotificationCenter& notificationCenter() = 0;             // within the process
   virtual NotificationCenter& distributedNotificationCenter() = 0;  // among the user's processes
   virtual UserDefaults& userDefaults() = 0;
@@ -50,6 +53,7 @@ class Platform {
   virtual SharedContainer& sharedContainer() = 0;
   virtual Bookmarks& bookmarks() = 0;
   virtual Bundle& bundle() = 0;
+  virtual ImageLoader& imageLoader() = 0;
   virtual Screens& screens() = 0;
   virtual Windows& windows() = 0;
   virtual WindowList& windowList() = 0;

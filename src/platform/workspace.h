@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 
 #include "platform/notification_center.h"
+#include "platform/screen.h"
 
 namespace hushpane::platform {
 
@@ -19,6 +21,10 @@ class Workspace {
   virtual ~Workspace() = default;
 
   virtual std::optional<RunningApplication> frontmostApplication() = 0;
+
+  // The file of the picture that the user has chosen for the desktop of that screen; nothing where the desktop shows
+  // none, or does not tell of a file.
+  virtual std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) = 0;
 
   // Posts notification::didActivateApplication, didWake and activeSpaceDidChange.
   virtual NotificationCenter& notificationCenter() = 0;

@@ -12,10 +12,12 @@
 #include "desktops/sim/sim_event_monitors.h"
 #include "desktops/sim/sim_frame_clock.h"
 #include "desktops/sim/sim_hot_keys.h"
+#include "desktops/sim/sim_image_loader.h"
 #include "desktops/sim/sim_main_queue.h"
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_screens.h"
 #include "desktops/sim/sim_shared_container.h"
+#include "desktops/sim/sim_task_queue.h"
 #include "desktops/sim/sim_user_defaults.h"
 #include "desktops/sim/sim_widget_center.h"
 #include "desktops/sim/sim_window_list.h"
@@ -39,6 +41,7 @@ class SimPlatform : public platform::Platform {
   std::int32_t processIdentifier() const override;
   SimApplication& application() override { return application_; }
   SimMainQueue& mainQueue() override { return queue_; }
+  SimTaskQueue& taskQueue() override { return taskQueue_; }
   SimNotificationCenter& notificationCenter() override { return notificationCenter_; }
   SimNotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
   SimUserDefaults& userDefaults() override { return standardDefaults_; }
@@ -48,6 +51,7 @@ class SimPlatform : public platform::Platform {
   SimSharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   SimBundle& bundle() override { return bundle_; }
+  SimImageLoader& imageLoader() override { return imageLoader_; }
   SimScreens& screens() override { return screens_; }
   SimWindowServer& windows() override { return windows_; }
   SimWindowList& windowList() override { return windowList_; }
@@ -108,6 +112,8 @@ class SimPlatform : public platform::Platform {
   desktops::PropertyListFiles propertyLists_;
   desktops::FileBookmarks bookmarks_;
   SimBundle bundle_;
+  SimImageLoader imageLoader_;
+  SimTaskQueue taskQueue_{queue_};
 };
 
 }  // namespace hushpane::sim

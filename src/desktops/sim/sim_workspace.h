@@ -1,8 +1,10 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_window_server.h"
@@ -16,6 +18,7 @@ class SimWorkspace : public platform::Workspace {
   SimWorkspace(SimMainQueue& queue, SimWindowServer& server, std::int32_t ownPid);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
+  std::optional<std::filesystem::path> desktopImageURL(const platform::Screen&) override { return desktopImage_; }
   SimNotificationCenter& notificationCenter() override { return center_; }
 
   // Another program starts, without windows; returns its process id.
@@ -32,6 +35,9 @@ class SimWorkspace : public platform::Workspace {
   // From here on no application is in front.
   void deactivateAll() { frontmost_.reset(); }
 
+  // From here on the desktop of every screen shows that picture, or its own drawing.
+  void setDesktopImage(std::optional<std::filesystem::path> file) { desktopImage_ = std::move(file); }
+
   // Posts activeSpaceDidChange.
   void switchSpace(int space);
   // Posts didWake.
@@ -46,6 +52,7 @@ class SimWorkspace : public platform::Workspace {
   std::int32_t ownPid_;
   std::int32_t lastPid_;
   std::optional<std::int32_t> frontmost_;
+  std::optional<std::filesystem::path> desktopImage_;
 };
 
 }  // namespace hushpane::sim

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "desktops/session/desktop_picture.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -58,6 +59,10 @@ std::optional<platform::RunningApplication> Workspace::frontmostApplication() {
       frontmost_ = platform::RunningApplication{*pid, nameOf(activeWindow_)};
   }
   return frontmost_;
+}
+
+std::optional<std::filesystem::path> Workspace::desktopImageURL(const platform::Screen& screen) {
+  return session::desktopPicture(screen);
 }
 
 // The class part of WM_CLASS, which follows the instance part and its terminator.

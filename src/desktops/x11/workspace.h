@@ -15,6 +15,7 @@ class Workspace : public platform::Workspace {
   Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
+  std::optional<std::filesystem::path> desktopImageURL(const platform::Screen& screen) override;
   platform::NotificationCenter& notificationCenter() override { return center_; }
 
   xcb_window_t activeWindow() const { return activeWindow_; }

@@ -94,7 +94,8 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       stage_(animator_, base_->queue, turnEnd_, placement_,
              {*connection_, render_, tree_, screens_, compositor_, coveredWindows_, rootBackground_}),
       activations_(workspace_.notificationCenter().addObserver(platform::notification::didActivateApplication,
-                                                               [this] { placement_.activationChanged(); })) {}
+                                                               [this] { placement_.activationChanged(); })),
+      taskQueue_(base_->queue) {}
 
 X11Platform::~X11Platform() {
   releaseInstances();

@@ -11,10 +11,12 @@
 #include "desktops/session/dbus_widget_center.h"
 #include "desktops/session/main_queue.h"
 #include "desktops/session/run_loop.h"
+#include "desktops/session/task_queue.h"
 #include "desktops/session/wake_watch.h"
 #include "desktops/shared/defaults_folder.h"
 #include "desktops/shared/file_bookmarks.h"
 #include "desktops/shared/group_container.h"
+#include "desktops/shared/image_file_loader.h"
 #include "desktops/shared/json_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
@@ -62,6 +64,7 @@ class X11Platform : public platform::Platform {
   std::int32_t processIdentifier() const override;
   platform::Application& application() override { return base_->application; }
   platform::MainQueue& mainQueue() override { return base_->queue; }
+  platform::TaskQueue& taskQueue() override { return taskQueue_; }
   platform::NotificationCenter& notificationCenter() override { return notificationCenter_; }
   platform::NotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
   platform::UserDefaults& userDefaults() override { return *standardDefaults_; }
@@ -71,6 +74,7 @@ class X11Platform : public platform::Platform {
   platform::SharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   platform::Bundle& bundle() override { return bundle_; }
+  platform::ImageLoader& imageLoader() override { return imageLoader_; }
   platform::Screens& screens() override { return screens_; }
   platform::Windows& windows() override { return stage_; }
   platform::WindowList& windowList() override { return windowList_; }
@@ -106,6 +110,7 @@ class X11Platform : public platform::Platform {
   desktops::GroupContainer sharedContainer_;
   desktops::FileBookmarks bookmarks_;
   desktops::ResourceBundle bundle_;
+  desktops::ImageFileLoader imageLoader_;
   Screens screens_;
   WindowTree tree_;
   Workspace workspace_;
@@ -121,6 +126,7 @@ class X11Platform : public platform::Platform {
   ServerOrderPlacement placement_;
   OverlayStage stage_;
   platform::Token activations_;
+  session::TaskQueue taskQueue_;
 };
 
 }  // namespace hushpane::x11
