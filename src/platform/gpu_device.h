@@ -8,7 +8,7 @@ namespace hushpane::platform {
 struct FluidUniforms {
   float time = 0;   // seconds
   float hue = 0;    // in [0, 1)
-  float alpha = 0;  // the strongest tint
+  float alpha = 0;  // the strongest tint, in [0, 1]
 
   bool operator==(const FluidUniforms&) const = default;
 };
@@ -19,7 +19,8 @@ class GpuDevice {
   virtual ~GpuDevice() = default;
 
   // Draws one frame for a drawable of that size in pixels, at least 1 by 1, into `frame`, whose memory is used again.
-  // The frame may have fewer pixels than the drawable, where stretching it shows the same to within 1/255.
+  // The frame may have fewer pixels than the drawable. The centres of its corner pixels are then those of the
+  // drawable's corner pixels, and with linear interpolation in between it shows the same, to within one step of 8 bits.
   virtual void draw(const FluidUniforms& uniforms, int width, int height, Image& frame) = 0;
 };
 
