@@ -82,7 +82,11 @@ void setDetector(BenchPlatform& platform, const Hand& hand, bool isOn) {
   platform.finish();
 }
 
-void measureMovements(BenchPlatform& platform, const Hand& hand) {
+void measureMovements() {
+  choose("standard", "dim");
+  BenchPlatform platform;
+  HushpaneApp::launch(platform.get());
+  const Hand hand;
   double seconds[2]{};
   BenchPlatform::Traffic traffic;
   for (const bool isOn : {false, true}) {
@@ -117,6 +121,8 @@ void measureHotKey() {
   choose("standard", "dim");
   const auto hushpane = startHushpane();
   const Hand hand;
+  DisplayClient desktop;
+  desktop.showBackground();
   sleepSeconds(settleSeconds);
   constexpr xcb_keycode_t letterA = 38, letterS = 39;
   const auto clear = hand.pixel();
@@ -146,11 +152,7 @@ void measureHotKey() {
 }  // namespace
 
 int main(int count, char** words) {
+  measureMovements();
   const bool onlyMoves = count > 1 && std::string_view(words[1]) == "moves";
   if (!onlyMoves) measureHotKey();
-  choose("standard", "dim");
-  BenchPlatform platform;
-  HushpaneApp::launch(platform.get());
-  const Hand hand;
-  measureMovements(platform, hand);
 }

@@ -93,6 +93,9 @@ void HotKeys::ungrab(HotKey& key) {
 
 void HotKeys::grabAgain() {
   isGrabbingAgain_ = false;
+  // The server also tells of a new map when another keyboard is typed on, and both maps are mostly the same.
+  const auto isInPlace = [this](const auto& entry) { return wantedGrabs(entry.second) == entry.second.grabs; };
+  if (std::ranges::all_of(hotKeys_, isInPlace)) return;
   for (auto& [number, key] : hotKeys_) ungrab(key);
   for (auto& [number, key] : hotKeys_) grab(key);
 }

@@ -30,6 +30,7 @@ class HotKeys : public platform::HotKeys {
   struct Grab {
     xcb_keycode_t keycode;
     std::uint16_t modifiers;  // with lock keys
+    bool operator==(const Grab&) const = default;
   };
   struct HotKey {
     std::uint16_t keyCode;    // virtual
