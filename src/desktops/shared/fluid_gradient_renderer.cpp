@@ -12,12 +12,12 @@ namespace {
 constexpr double steps = 255;     // of 8 bits
 constexpr double fraction = 256;  // of a step, in fixed point
 
-// Over a fortieth of the drawable's height a line in place of the curve is off by less than a tenth of a step.
+// Over a fortieth of the drawable's height a line in place of the curve is off by 0.04 steps at most.
 constexpr int bandsInFrame = 40;
 
 constexpr double roundToNearest = 0.5;
-// Software servers cut the fraction off when they interpolate, others round. A quarter of a step more stays within one
-// step on both.
+// What is stretched is rounded again: software servers cut the fraction off, others take the nearest. With a quarter of
+// a step more both end less than one and a half steps from the formula, which leaves the nearest byte or one beside it.
 constexpr double roundForStretching = 0.75;
 
 // From the sum of the waves to the argument of the smooth step: sum * scale + start.

@@ -21,10 +21,10 @@ class FluidGradientRenderer : public platform::GpuDevice {
 
   void draw(const platform::FluidUniforms& uniforms, int width, int height, platform::Image& frame) override;
 
-  // How many pixels of a reduced frame stand for `length` pixels of a drawable, in either direction. All waves together
-  // are so long that a line between two of 64 places is off by less than 0.02 steps of 8 bits; with the 7 bits that
-  // software servers weigh pixels with it makes 0.05. (Of 32 it would be four times that, still out of sight.) All the
-  // rest of the error is rounding: bytes go to the server, and bytes come out of it.
+  // How many pixels of a reduced frame stand for `length` pixels of a drawable, in either direction. The waves are so
+  // long that lines between 64 places are off by 0.02 steps of 8 bits at most; that software servers weigh pixels with
+  // 7 bits and place them by sums of fractions of 16 adds 0.1. (With 32 places it would be three times as much.) All
+  // the rest of the error is rounding: the server gets bytes and makes bytes.
   static constexpr int reduced(int length) { return length < 64 ? length : 64; }
 
  private:
