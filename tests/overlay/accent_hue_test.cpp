@@ -57,8 +57,8 @@ TEST(AccentHue, WhatIsTransparentCountsAsBlack) {
 }
 
 TEST(AccentHue, StaysBelowOne) {
-  platform::Image picture{1000, 1000, std::vector<std::uint32_t>(1'000'000, 0xffc04040)};
-  picture.pixels.front() = 0xffc04041;
+  platform::Image picture{1000, 1000, std::vector<std::uint32_t>(1'000'000, 0xffa04040)};
+  picture.pixels.front() = 0xffa04041;
   EXPECT_EQ(accentHue(picture), 0.0f) << "nearer to red than a float can tell";
 }
 

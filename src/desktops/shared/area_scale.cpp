@@ -98,6 +98,12 @@ class NarrowedRows {
 platform::Image areaScaled(const PixelRows& rows, int width, int height) {
   platform::Image image{width, height, {}};
   image.pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  if (width == rows.width && height == rows.height) {
+    image.pixels.resize(image.pixels.capacity());
+    for (int row = 0; row < height; ++row)
+      rows.read(row, image.pixels.data() + static_cast<std::ptrdiff_t>(row) * width);
+    return image;
+  }
   const auto factor = static_cast<float>(static_cast<double>(width) / rows.width * height / rows.height);
   NarrowedRows narrowed(rows, width);
   std::vector<Sums> line(static_cast<std::size_t>(width));

@@ -8,8 +8,6 @@
 #include <cstdlib>
 #include <utility>
 
-#include "desktops/shared/file_descriptor.h"
-
 namespace hushpane::desktops {
 
 namespace {
@@ -89,14 +87,19 @@ std::optional<FileStamp> stampOf(const std::filesystem::path& file) {
   return stampFrom(status);
 }
 
-std::optional<FileContents> readFile(const std::filesystem::path& file, std::size_t limit) {
+std::optional<OpenFile> openFile(const std::filesystem::path& file) {
   struct stat status {};
   if (stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   if (!descriptor || fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  auto bytes = readUpTo(descriptor.get(), limit);
+  return OpenFile{std::move(descriptor), stampFrom(status)};
+}
+
+std::optional<FileContents> readFile(const std::filesystem::path& file, std::size_t limit) {
+  const auto opened = openFile(file);
+  auto bytes = opened ? readUpTo(opened->descriptor.get(), limit) : std::nullopt;
   if (!bytes || bytes->size() > limit) return std::nullopt;
-  return FileContents{std::move(*bytes), stampFrom(status)};
+  return FileContents{std::move(*bytes), opened->stamp};
 }
 
 bool isPlainFileName(std::string_view name) {

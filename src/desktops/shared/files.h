@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "desktops/shared/file_descriptor.h"
+
 namespace hushpane::desktops {
 
 // Tells one state of a file from another, whoever changed it.
@@ -21,13 +23,21 @@ struct FileStamp {
 // Nothing when there is no such file. Symbolic links are followed.
 std::optional<FileStamp> stampOf(const std::filesystem::path& file);
 
+struct OpenFile {
+  FileDescriptor descriptor;
+  FileStamp stamp;
+};
+
+// Opens a file for reading. Nothing when it is missing, unreadable or no regular file. Never waits for another process,
+// as opening a pipe would.
+std::optional<OpenFile> openFile(const std::filesystem::path& file);
+
 struct FileContents {
   std::string bytes;
   FileStamp stamp;  // taken before the bytes were read
 };
 
-// Nothing when the file is missing, unreadable, no regular file or larger than `limit` bytes. Never waits for another
-// process, as opening a pipe would.
+// Nothing when the file cannot be opened as above, or is larger than `limit` bytes.
 std::optional<FileContents> readFile(const std::filesystem::path& file, std::size_t limit);
 
 // True for a name that stays in its folder and is not hidden.

@@ -1,38 +1,22 @@
 #include "desktops/shared/image_file.h"
 
-#include <gdk-pixbuf/gdk-pixbuf.h>
-
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <utility>
+
+#include "desktops/shared/area_scale.h"
+#include "desktops/shared/pixbuf_file.h"
 
 namespace hushpane::desktops {
 
 namespace {
 
-constexpr std::uintmax_t mostBytes = 64u << 20;
-constexpr std::int64_t mostPixels = 64'000'000;
+constexpr int largestSide = 16384;  // that anybody can ask for
 
-struct Unref {
-  void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
-};
-using Pixbuf = std::unique_ptr<GdkPixbuf, Unref>;
-
-bool isWithinLimits(const std::filesystem::path& file) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(file, error)) return false;
-  const auto size = std::filesystem::file_size(file, error);
-  if (error || size > mostBytes) return false;
-  int width = 0;
-  int height = 0;
-  return gdk_pixbuf_get_file_info(file.c_str(), &width, &height) && width > 0 && height > 0 &&
-         std::int64_t{width} * height <= mostPixels;
-}
-
-Pixbuf load(const std::filesystem::path& file) {
-  const Pixbuf stored(gdk_pixbuf_new_from_file(file.c_str(), nullptr));
-  return Pixbuf(stored ? gdk_pixbuf_apply_embedded_orientation(stored.get()) : nullptr);
-}
+using Needed = std::function<PixelSize(PixelSize)>;
 
 // A channel scaled by alpha, rounded to the nearest.
 std::uint32_t scaled(std::uint32_t channel, std::uint32_t alpha) {
@@ -44,25 +28,75 @@ std::uint32_t premultiplied(const guchar* pixel, bool hasAlpha) {
   return alpha << 24 | scaled(pixel[0], alpha) << 16 | scaled(pixel[1], alpha) << 8 | scaled(pixel[2], alpha);
 }
 
-platform::ImagePtr imageOf(const GdkPixbuf* pixbuf) {
-  auto image = std::make_shared<platform::Image>();
-  image->width = gdk_pixbuf_get_width(pixbuf);
-  image->height = gdk_pixbuf_get_height(pixbuf);
-  image->pixels.reserve(static_cast<std::size_t>(image->width) * static_cast<std::size_t>(image->height));
+PixelRows rowsOf(const GdkPixbuf* pixbuf) {
+  const int width = gdk_pixbuf_get_width(pixbuf);
   const bool hasAlpha = gdk_pixbuf_get_has_alpha(pixbuf);
-  const int step = gdk_pixbuf_get_n_channels(pixbuf);
-  const guchar* row = gdk_pixbuf_read_pixels(pixbuf);
-  for (int y = 0; y < image->height; ++y, row += gdk_pixbuf_get_rowstride(pixbuf))
-    for (int x = 0; x < image->width; ++x) image->pixels.push_back(premultiplied(row + x * step, hasAlpha));
+  const std::ptrdiff_t step = gdk_pixbuf_get_n_channels(pixbuf);
+  const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixbuf);
+  const guchar* first = gdk_pixbuf_read_pixels(pixbuf);
+  return {width, gdk_pixbuf_get_height(pixbuf), [=](int row, std::uint32_t* pixels) {
+            for (int x = 0; x < width; ++x) pixels[x] = premultiplied(first + row * stride + x * step, hasAlpha);
+          }};
+}
+
+// Upright, by the orientations of Exif: the even ones are mirrored left to right, 3, 4, 7 and 8 begin at the other end
+// of the columns, and from 5 on rows are columns.
+platform::Image upright(platform::Image stored, int orientation) {
+  if (orientation == 1) return stored;
+  const bool isTurned = orientation > 4;
+  const bool fromRight = orientation == 2 || orientation == 3 || orientation == 7 || orientation == 8;
+  const bool fromBottom = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
+  platform::Image image{isTurned ? stored.height : stored.width, isTurned ? stored.width : stored.height, {}};
+  image.pixels.reserve(stored.pixels.size());
+  for (int y = 0; y < image.height; ++y)
+    for (int x = 0; x < image.width; ++x) {
+      int column = isTurned ? y : x, row = isTurned ? x : y;
+      if (fromRight) column = stored.width - 1 - column;
+      if (fromBottom) row = stored.height - 1 - row;
+      image.pixels.push_back(stored.pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(stored.width) +
+                                           static_cast<std::size_t>(column)]);
+    }
   return image;
+}
+
+// The picture in as many pixels as are needed of it.
+platform::ImagePtr decode(const std::filesystem::path& file, const Needed& needed) try {
+  const auto picture = decodePictureFile(file, needed);
+  if (!picture.pixels) return nullptr;
+  const auto size = picture.isTurned() ? needed(picture.size).turned() : needed(picture.size);
+  auto stored = areaScaled(rowsOf(picture.pixels.get()), size.width, size.height);
+  return std::make_shared<platform::Image>(upright(std::move(stored), picture.orientation));
+} catch (const std::exception&) {
+  return nullptr;
+}
+
+bool canBeAsked(int width, int height) {
+  return width > 0 && height > 0 && width <= largestSide && height <= largestSide;
+}
+
+// No smaller than `least` on either side, but never enlarged.
+PixelSize filling(PixelSize picture, PixelSize least) {
+  const double factor =
+      std::max(static_cast<double>(least.width) / picture.width, static_cast<double>(least.height) / picture.height);
+  if (factor >= 1) return picture;
+  return {std::max(static_cast<int>(std::lround(picture.width * factor)), least.width),
+          std::max(static_cast<int>(std::lround(picture.height * factor)), least.height)};
 }
 
 }  // namespace
 
 platform::ImagePtr decodeImageFile(const std::filesystem::path& file) {
-  if (!isWithinLimits(file)) return nullptr;
-  const Pixbuf pixbuf = load(file);
-  return pixbuf ? imageOf(pixbuf.get()) : nullptr;
+  return decode(file, [](PixelSize picture) { return picture; });
+}
+
+platform::ImagePtr loadImageFile(const std::filesystem::path& file, int width, int height) {
+  if (!canBeAsked(width, height)) return nullptr;
+  return decode(file, [=](PixelSize picture) { return filling(picture, {width, height}); });
+}
+
+platform::ImagePtr scaleImageFile(const std::filesystem::path& file, int width, int height) {
+  if (!canBeAsked(width, height)) return nullptr;
+  return decode(file, [=](PixelSize) { return PixelSize{width, height}; });
 }
 
 }  // namespace hushpane::desktops

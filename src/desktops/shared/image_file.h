@@ -6,8 +6,14 @@
 
 namespace hushpane::desktops {
 
-// The picture in a file of any form that gdk-pixbuf knows, turned upright; null when the file is missing, no regular
-// file, broken, or larger than 64 MB or 64 million pixels. May run on any thread.
+// The picture in a file of a usual still form (JPEG, PNG, TIFF, BMP, SVG, the first frame of GIF, WebP where a decoder
+// is installed), turned upright. Null when the file is missing, no regular file, cut, broken, larger than 256 MB, or
+// claims more than 64 million pixels; a JPEG file may hold 512 million where fewer are needed. May run on any thread.
+
+// All of it.
 platform::ImagePtr decodeImageFile(const std::filesystem::path& file);
+// As platform::ImageLoader gives it.
+platform::ImagePtr loadImageFile(const std::filesystem::path& file, int width, int height);
+platform::ImagePtr scaleImageFile(const std::filesystem::path& file, int width, int height);
 
 }  // namespace hushpane::desktops
