@@ -39,8 +39,7 @@ PixelRows rowsOf(const GdkPixbuf* pixbuf) {
           }};
 }
 
-// Upright, by the orientations of Exif: the even ones are mirrored left to right, 3, 4, 7 and 8 begin at the other end
-// of the columns, and from 5 on rows are columns.
+// Turned and mirrored as an orientation of Exif asks.
 platform::Image upright(platform::Image stored, int orientation) {
   if (orientation == 1) return stored;
   const bool isTurned = orientation > 4;

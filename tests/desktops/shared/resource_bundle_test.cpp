@@ -2,9 +2,7 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
-#include "desktops/shared/image_file.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
@@ -40,23 +38,6 @@ TEST(ResourceBundle, StaysInItsFolder) {
   fs::create_directory(folder / "inside");
   ResourceBundle bundle(folder / "inside");
   for (const auto* name : {"../outside", "", "missing", "/etc/passwd"}) EXPECT_EQ(bundle.image(name), nullptr) << name;
-}
-
-TEST(ImageFile, BrokenHugeAndForeignFilesAreNoPictures) {
-  const TemporaryFolder folder;
-  writePng(folder / "good.png", 40, 40, 0x11223344);
-  const auto good = contentsOf(folder / "good.png");
-  for (std::size_t size = 0; size < good.size(); size += 5) {
-    writeFile(folder / "cut.png", good.substr(0, size));
-    const auto cut = decodeImageFile(folder / "cut.png");
-    EXPECT_TRUE(!cut || cut->pixels.size() == 1600u) << size;
-  }
-  writeFile(folder / "huge.pbm", "P4\n9000 9000\n");
-  fs::resize_file(folder / "huge.pbm", 13 + 9000 * 9000 / 8);
-  ASSERT_EQ(mkfifo((folder / "pipe.png").c_str(), 0600), 0);
-  writeFile(folder / "text.png", "no picture");
-  for (const auto* name : {"huge.pbm", "pipe.png", "text.png", "missing.png", "."})
-    EXPECT_EQ(decodeImageFile(folder / name), nullptr) << name;
 }
 
 TEST(ResourceFolder, IsNamedOrBesideTheBinaryOrBelowItsPrefix) {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace hushpane::desktops {
+
+struct UnrefPixbuf {
+  void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
+};
+using PixbufPtr = std::unique_ptr<GdkPixbuf, UnrefPixbuf>;
+
+struct PixelSize {
+  int width = 0;
+  int height = 0;
+
+  std::int64_t area() const { return std::int64_t{width} * height; }
+  PixelSize turned() const { return {height, width}; }
+  bool operator==(const PixelSize&) const = default;
+};
+
+// A picture as it came from its file, perhaps with fewer pixels.
+struct DecodedPicture {
+  PixbufPtr pixels;     // as they are stored: its orientation tells how to turn them
+  PixelSize size;       // of the upright picture in the file
+  int orientation = 1;  // of Exif, 1 to 8
+
+  // True when the sides of the stored and of the upright picture change places.
+  bool isTurned() const { return orientation > 4; }
+};
+
+// Decodes the first picture of a file; no pixels when that fails. `needed` tells for the size of an upright picture how
+// many pixels are needed of it: where the file's form allows, no more than up to twice as many each way are decoded.
+DecodedPicture decodePictureFile(const std::filesystem::path& file, const std::function<PixelSize(PixelSize)>& needed);
+
+}  // namespace hushpane::desktops
