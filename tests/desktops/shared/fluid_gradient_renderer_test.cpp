@@ -61,9 +61,10 @@ void visit(Size drawable, const Check& check) {
     }
 }
 
-constexpr FluidUniforms moments[] = {{0, 0, 0.65F},          {1.5F, 0.6F, 0.65F},    {333.3F, 0.72F, 0.65F},
-                                     {4321, 0.9F, 1},        {86400, 0.999F, 0.65F}, {1e6F, 0.35F, 0.5F},
-                                     {3e7F, 0.1234F, 0.65F}, {57, 0.5F, 0.65F},      {210, 0.25F, 0.65F}};
+constexpr FluidUniforms moments[] = {
+    {0, 0, 0.65F},          {1.5F, 0.6F, 0.65F}, {333.3F, 0.72F, 0.65F},       {4321, 0.9F, 1},
+    {86400, 0.999F, 0.65F}, {1e6F, 0.35F, 0.5F}, {31'415'926, 0.1234F, 0.65F}, {57, 0.5F, 0.65F},
+    {210, 0.25F, 0.65F}};
 
 constexpr Size sizes[] = {{1, 1}, {1, 300}, {300, 1}, {7, 5}, {64, 65}, {63, 500}, {1919, 1079}, {1920, 1200}};
 
@@ -180,9 +181,13 @@ void expectNear(const Color& color, const Color& expected) {
   EXPECT_NEAR(color.alpha, expected.alpha, 1e-6);
 }
 
-TEST(FluidGradientFormulaTest, WhereAllWavesRestTheColorsAreMixedByHalf) {
+TEST(FluidGradientFormulaTest, KnownPlacesHaveTheirColors) {
+  // All waves at rest: half of each colour.
   expectNear(fluidGradient({0, 0, 0.65F}, {0, 0}),
              {(0.95 + 0.3185) / 2, (0.285 + 0.65) / 2, (0.285 + 0.1625) / 2, 0.575 * 0.725});
+  // Worked out apart from the program.
+  expectNear(fluidGradient({100, 0.6F, 0.65F}, {0.25, 0.75}), {0.60862470, 0.20653919, 0.56298032, 0.58947795});
+  expectNear(fluidGradient({20, 0.9F, 0.65F}, {0.9, 0.3}), {0.63481105, 0.62436273, 0.19912969, 0.56912308});
 }
 
 // Of a colour whose blue is the least and whose green is the most.
