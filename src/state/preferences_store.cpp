@@ -25,7 +25,8 @@ PreferencesStore::PreferencesStore(platform::Platform& platform)
 std::optional<std::filesystem::path> PreferencesStore::customWallpaperURL() const {
   const platform::Data bookmark = customWallpaperBookmarkData.get();
   if (bookmark.empty()) return std::nullopt;
-  return bookmarks_.resolve(bookmark);
+  const auto resolved = bookmarks_.resolve(bookmark);
+  return resolved ? std::optional(resolved->path) : std::nullopt;
 }
 
 }  // namespace hushpane

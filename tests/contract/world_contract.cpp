@@ -199,10 +199,13 @@ TEST_P(ContractTest, ABookmarkFindsARenamedFile) {
   const auto bookmark = platform().bookmarks().create(file);
   ASSERT_TRUE(bookmark);
   std::filesystem::rename(file, *folder / "after.png");
-  EXPECT_EQ(platform().bookmarks().resolve(*bookmark), *folder / "after.png");
+  const auto renamed = platform().bookmarks().resolve(*bookmark);
+  ASSERT_TRUE(renamed);
+  EXPECT_EQ(renamed->path, *folder / "after.png");
+  EXPECT_TRUE(renamed->isStale);
   std::filesystem::remove(*folder / "after.png");
-  EXPECT_EQ(platform().bookmarks().resolve(*bookmark), std::nullopt);
-  EXPECT_EQ(platform().bookmarks().resolve({1, 2, 3}), std::nullopt);
+  EXPECT_FALSE(platform().bookmarks().resolve(*bookmark));
+  EXPECT_FALSE(platform().bookmarks().resolve({1, 2, 3}));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace hushpane::desktops {
 
@@ -95,13 +96,14 @@ std::optional<platform::Data> FileBookmarks::create(const std::filesystem::path&
   return bytes;
 }
 
-std::optional<std::filesystem::path> FileBookmarks::resolve(const platform::Data& bookmark) const {
+std::optional<platform::ResolvedBookmark> FileBookmarks::resolve(const platform::Data& bookmark) const {
   const auto decoded = decode(bookmark);
   if (!decoded) return std::nullopt;
   const auto there = identityOf(decoded->path);
-  if (there && there->matches(decoded->identity)) return decoded->path;
-  if (auto renamed = findIn(decoded->path.parent_path(), decoded->identity)) return renamed;
-  return there ? std::optional(decoded->path) : std::nullopt;
+  if (there && there->matches(decoded->identity)) return platform::ResolvedBookmark{decoded->path, false};
+  if (auto renamed = findIn(decoded->path.parent_path(), decoded->identity))
+    return platform::ResolvedBookmark{std::move(*renamed), true};
+  return there ? std::optional(platform::ResolvedBookmark{decoded->path, true}) : std::nullopt;
 }
 
 }  // namespace hushpane::desktops

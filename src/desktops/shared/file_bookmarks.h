@@ -10,7 +10,7 @@ namespace hushpane::desktops {
 class FileBookmarks : public platform::Bookmarks {
  public:
   std::optional<platform::Data> create(const std::filesystem::path& file) const override;
-  std::optional<std::filesystem::path> resolve(const platform::Data& bookmark) const override;
+  std::optional<platform::ResolvedBookmark> resolve(const platform::Data& bookmark) const override;
 };
 
 }  // namespace hushpane::desktops

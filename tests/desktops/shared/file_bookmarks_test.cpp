@@ -9,6 +9,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+std::string found(const platform::Data& bookmark) {
+  const auto resolved = FileBookmarks().resolve(bookmark);
+  return resolved ? resolved->path.filename().string() + (resolved->isStale ? ", stale" : "") : "nothing";
+}
+
 TEST(FileBookmarks, FindAFileByWhatItIsBeforeWhereItWas) {
   const TemporaryFolder folder;
   const FileBookmarks bookmarks;
@@ -16,17 +21,19 @@ TEST(FileBookmarks, FindAFileByWhatItIsBeforeWhereItWas) {
   writeFile(folder / "bystander", "b");
   const auto bookmark = bookmarks.create(folder / "picture");
   ASSERT_TRUE(bookmark);
-  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "picture");
+  EXPECT_EQ(found(*bookmark), "picture");
+  writeFile(folder / "picture", "changed");
+  EXPECT_EQ(found(*bookmark), "picture") << "it is the same file";
   fs::rename(folder / "picture", folder / "renamed");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "renamed");
+  EXPECT_EQ(found(*bookmark), "renamed, stale");
   writeFile(folder / "picture", "another one");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "renamed");
+  EXPECT_EQ(found(*bookmark), "renamed, stale");
   fs::remove(folder / "renamed");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), folder / "picture") << "saved by replacing";
+  EXPECT_EQ(found(*bookmark), "picture, stale") << "saved by replacing";
   fs::remove(folder / "picture");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+  EXPECT_EQ(found(*bookmark), "nothing");
   for (int file = 0; file < 20; ++file) writeFile(folder / std::to_string(file), "may inherit the inode");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+  EXPECT_EQ(found(*bookmark), "nothing");
 }
 
 TEST(FileBookmarks, AreMadeOfRegularFilesOnly) {
@@ -39,7 +46,7 @@ TEST(FileBookmarks, AreMadeOfRegularFilesOnly) {
   const auto bookmark = bookmarks.create(folder / "file");
   fs::remove(folder / "file");
   fs::create_directory(folder / "file");
-  EXPECT_EQ(bookmarks.resolve(*bookmark), std::nullopt);
+  EXPECT_EQ(found(*bookmark), "nothing");
 }
 
 TEST(FileBookmarks, ForeignAndDamagedBytesLeadNowhere) {
