@@ -37,7 +37,9 @@ ScenarioPlayer::Failure noWindow(const std::string& name) {
 
 ScenarioPlayer::ScenarioPlayer(std::filesystem::path folder, std::function<void(platform::Platform&)> launch,
                                std::function<void(const std::filesystem::path&)> written)
-    : folder_(std::move(folder)), launch_(std::move(launch)), written_(std::move(written)) {}
+    : folder_(std::move(folder)), launch_(std::move(launch)), written_(std::move(written)) {
+  desktop_.taskQueue().setAutomatic(true);
+}
 
 ScenarioPlayer::Result ScenarioPlayer::play(const Command& command) {
   auto result = std::visit([this](const auto& actual) { return run(actual); }, command);

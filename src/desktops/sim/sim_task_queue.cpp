@@ -1,6 +1,7 @@
 #include "desktops/sim/sim_task_queue.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 namespace hushpane::sim {
@@ -18,7 +19,11 @@ bool SimTaskQueue::runNext() {
   if (next == tasks_.end()) return false;
   std::list<Task> taken;
   taken.splice(taken.begin(), tasks_, next);
-  taken.front().work();
+  try {
+    taken.front().work();
+  } catch (const std::exception&) {
+    // The result stays as it was made.
+  }
   queue_.async(std::move(taken.front().finish));
   return true;
 }

@@ -10,6 +10,8 @@ namespace {
 
 class SimStage : public Stage {
  public:
+  SimStage() { desktop_->taskQueue().setAutomatic(true); }
+
   platform::Platform& platform() override { return *desktop_; }
 
   bool waitUntil(const std::function<bool()>& condition, double limit) override {
