@@ -1,0 +1,169 @@
+#include "desktops/session/desktop_picture.h"
+
+#include <giomm/init.h>
+#include <giomm/settings.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "support/temporary_folder.h"
+
+namespace hushpane::session::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+const platform::Screen screen{{0, 0, 1920, 1080}, 1, "HDMI-1", 1};
+
+class DesktopPicture : public testing::Test {
+ protected:
+  TemporaryFolder folder;
+
+  DesktopPicture() { setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1); }
+
+  std::string makeFile(std::string_view name) {
+    writeFile(folder / name, "picture");
+    return (folder / name).string();
+  }
+  std::string pictureOf(const char* desktop) {
+    setenv("XDG_CURRENT_DESKTOP", desktop, 1);
+    return desktopPicture(screen).value_or("").filename();
+  }
+  void writeSettings(const fs::path& name, const std::string& text) {
+    fs::create_directories((folder.path() / name).parent_path());
+    writeFile(folder.path() / name, text);
+  }
+};
+
+// Settings in memory, by schemas of its own that describe what those of GNOME and Cinnamon do.
+class DesktopPictureInGSettings : public DesktopPicture {
+ protected:
+  static void SetUpTestSuite() {
+    static const TemporaryFolder schemas;
+    writeFile(schemas / "test.gschema.xml", R"(<schemalist>
+      <enum id="test.options"><value nick="none" value="0"/><value nick="zoom" value="1"/></enum>
+      <schema id="org.gnome.desktop.background" path="/org/gnome/desktop/background/">
+        <key name="picture-uri" type="s"><default>''</default></key>
+        <key name="picture-uri-dark" type="s"><default>''</default></key>
+        <key name="picture-options" enum="test.options"><default>'zoom'</default></key>
+      </schema>
+      <schema id="org.gnome.desktop.interface" path="/org/gnome/desktop/interface/">
+        <key name="color-scheme" type="s"><default>'default'</default></key>
+      </schema>
+      <schema id="org.cinnamon.desktop.background" path="/org/cinnamon/desktop/background/">
+        <key name="picture-uri" type="i"><default>7</default></key>
+      </schema>
+      <schema id="org.mate.background"><key name="picture-filename" type="s"><default>''</default></key></schema>
+    </schemalist>)");
+    ASSERT_EQ(std::system(("glib-compile-schemas " + schemas.path().string()).c_str()), 0);
+    setenv("GSETTINGS_SCHEMA_DIR", schemas.path().c_str(), 1);
+    setenv("GSETTINGS_BACKEND", "memory", 1);
+    Gio::init();
+  }
+
+  void store(const char* key, const std::string& value) { background_->set_string(key, value); }
+
+  Glib::RefPtr<Gio::Settings> background_ = Gio::Settings::create("org.gnome.desktop.background");
+  Glib::RefPtr<Gio::Settings> interface_ = Gio::Settings::create("org.gnome.desktop.interface");
+
+  ~DesktopPictureInGSettings() override {
+    for (const auto* key : {"picture-uri", "picture-uri-dark", "picture-options"}) background_->reset(key);
+    interface_->reset("color-scheme");
+  }
+};
+
+TEST_F(DesktopPictureInGSettings, IsWhatTheDesktopInForceNames) {
+  store("picture-uri", "file://" + folder.path().string() + "/day%20light.png");
+  EXPECT_EQ(pictureOf("GNOME"), "") << "there is no such file";
+  makeFile("day light.png");
+  for (const auto* desktop : {"GNOME", "ubuntu:GNOME", "pop:GNOME", "Budgie:GNOME", "Unity", "somebody:GNOME"})
+    EXPECT_EQ(pictureOf(desktop), "day light.png") << desktop;
+  for (const auto* desktop : {"", ":", "gnome", "XGNOME", "X-Cinnamon", "MATE", "XFCE", "KDE", "sway"})
+    EXPECT_EQ(pictureOf(desktop), "") << desktop;
+  unsetenv("XDG_CURRENT_DESKTOP");
+  EXPECT_FALSE(desktopPicture(screen));
+}
+
+TEST_F(DesktopPictureInGSettings, FollowsTheColorSchemeAndWhatIsShown) {
+  store("picture-uri", makeFile("light.png"));
+  store("picture-uri-dark", "file://" + makeFile("dark.png"));
+  EXPECT_EQ(pictureOf("GNOME"), "light.png");
+  interface_->set_string("color-scheme", "prefer-dark");
+  EXPECT_EQ(pictureOf("GNOME"), "dark.png");
+  store("picture-uri-dark", "");
+  EXPECT_EQ(pictureOf("GNOME"), "light.png");
+  store("picture-options", "none");
+  EXPECT_EQ(pictureOf("GNOME"), "");
+}
+
+TEST_F(DesktopPictureInGSettings, OnlyALocalRegularFileCounts) {
+  const auto file = makeFile("picture.png");
+  for (const auto& name : {std::string(), "file://elsewhere" + file, std::string("http://host/picture.png"),
+                           "file://" + folder.path().string(), std::string("picture.png"), "file://" + file + "%00",
+                           "file://" + file + "%zz", std::string("/dev/null")}) {
+    store("picture-uri", name);
+    EXPECT_EQ(pictureOf("GNOME"), "") << name;
+  }
+}
+
+std::string xfceMonitor(const std::string& monitor, const std::string& image, const std::string& more = {}) {
+  const auto workspace = [](const char* name, const std::string& contents) {
+    return std::string("<property name=\"") + name + "\" type=\"empty\">" + contents + "</property>";
+  };
+  const auto property = "<property name=\"last-image\" type=\"string\" value=\"" + image + "\"/>";
+  return "<property name=\"monitor" + monitor + "\" type=\"empty\">" +
+         workspace("workspace1", "<property name=\"last-image\" type=\"string\" value=\"/other\"/>") +
+         workspace("workspace0", more + property) + "</property>";
+}
+
+TEST_F(DesktopPicture, OfXfceIsThatOfTheScreensFirstWorkspace) {
+  const fs::path name = "xfce4/xfconf/xfce-perchannel-xml/xfce4-desktop.xml";
+  const auto write = [&](const std::string& monitors) {
+    writeSettings(name,
+                  "<?xml version=\"1.0\"?><channel name=\"xfce4-desktop\"><property name=\"backdrop\">"
+                  "<property name=\"screen0\">" +
+                      monitors + "</property></property></channel>");
+    return pictureOf("XFCE");
+  };
+  const auto one = xfceMonitor("DP-1", makeFile("one.png")), two = xfceMonitor("HDMI-1", makeFile("&two.png"));
+  EXPECT_EQ(pictureOf("XFCE"), "");
+  EXPECT_EQ(write(one), "one.png");
+  EXPECT_EQ(write(one + xfceMonitor("HDMI-1", (folder / "&amp;two.png").string())), "&two.png");
+  EXPECT_EQ(write(xfceMonitor("DP-2", "") + one), "one.png");
+  EXPECT_EQ(write(xfceMonitor("DP-1", (folder / "one.png").string(), "<property name=\"image-style\" value=\"0\"/>")),
+            "");
+  EXPECT_EQ(write(xfceMonitor("DP-1", "relative.png")), "");
+  EXPECT_EQ(write(""), "");
+  EXPECT_EQ(write(two), "") << "broken markup";
+  const auto whole = (write(one), contentsOf(folder.path() / name));
+  for (std::size_t size = 0; size < whole.size(); size += 7) {
+    writeSettings(name, whole.substr(0, size));
+    EXPECT_EQ(pictureOf("XFCE"), "") << size;
+  }
+  writeSettings(name, whole + std::string(2 << 20, ' '));
+  EXPECT_EQ(pictureOf("XFCE"), "") << "too large";
+}
+
+TEST_F(DesktopPicture, OfPlasmaIsThatOfTheFirstScreen) {
+  const auto write = [&](const std::string& text) {
+    writeSettings("plasma-org.kde.plasma.desktop-appletsrc", text);
+    return pictureOf("KDE");
+  };
+  const auto containment = [](const std::string& id, const std::string& facts, const std::string& image) {
+    return "[Containments][" + id + "]\n" + facts + "\n[Containments][" + id +
+           "][Wallpaper][org.kde.image][General]\nFillMode=2\nImage=" + image + "\n\n";
+  };
+  const auto one = makeFile("one.png"), two = "file://" + makeFile("two 2.png");
+  EXPECT_EQ(pictureOf("KDE"), "");
+  EXPECT_EQ(write(containment("1", "plugin=org.kde.desktop\n", one)), "one.png");
+  EXPECT_EQ(write(containment("1", "lastScreen=1", one) + containment("22", "lastScreen=0", two)), "two 2.png");
+  EXPECT_EQ(write(containment("1", "wallpaperplugin=org.kde.color", one)), "") << "a plain colour is shown";
+  EXPECT_EQ(write(containment("1", "lastScreen=0\r", one + "\r")), "one.png");
+  EXPECT_EQ(write(containment("1", "", folder.path().string())), "") << "a folder of pictures";
+  for (const auto* broken :
+       {"", "Image=/etc/passwd", "[Containments][", "[Containments][1\nImage=/etc/passwd\n", "=", "[\n=\n[]"})
+    EXPECT_EQ(write(broken), "") << broken;
+}
+
+}  // namespace
+}  // namespace hushpane::session::tests
