@@ -54,12 +54,12 @@ void paintOwnWindow(const ContextPtr& context, const SurfacePtr& picture, const 
   context->restore();
 }
 
-void paintScreen(const ContextPtr& context, const SurfacePtr& picture, const std::vector<SimWindowServer::Shown>& stack,
+void paintScreen(const ContextPtr& context, const SurfacePtr& picture, const Scene& scene,
                  const platform::Screen& screen) {
   context->scale(screen.scale, screen.scale);
   context->translate(-screen.frame.x, -screen.frame.y);
-  paintDesktop(context, screen.frame);
-  for (auto shown = stack.rbegin(); shown != stack.rend(); ++shown) {
+  paintDesktop(context, screen.frame, scene.background.get());
+  for (auto shown = scene.stack.rbegin(); shown != scene.stack.rend(); ++shown) {
     if (shown->own)
       paintOwnWindow(context, picture, *shown->own, screen);
     else
@@ -84,23 +84,22 @@ SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
   return Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, size.width, size.height);
 }
 
-SurfacePtr paintedScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen) {
+SurfacePtr paintedScreen(const Scene& scene, const platform::Screen& screen) {
   const auto picture = surfaceFor(screen.frame, screen.scale);
-  if (picture) paintScreen(Cairo::Context::create(picture), picture, stack, screen);
+  if (picture) paintScreen(Cairo::Context::create(picture), picture, scene, screen);
   return picture;
 }
 
 // How far the light of a spot spreads, and more.
 constexpr double blurReach = 2 * desktops::darkHud::blurRadius;
 
-std::uint32_t paintedPixel(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen, int column,
-                           int row) {
+std::uint32_t paintedPixel(const Scene& scene, const platform::Screen& screen, int column, int row) {
   const auto picture = surfaceFor(screen.frame, screen.scale);
   const auto context = Cairo::Context::create(picture);
   const double reach = blurReach * screen.scale;
   addRectangle(context, {column - reach, row - reach, 2 * reach, 2 * reach});
   context->clip();
-  paintScreen(context, picture, stack, screen);
+  paintScreen(context, picture, scene, screen);
   picture->flush();
   const auto* line = picture->get_data() + static_cast<std::ptrdiff_t>(row) * picture->get_stride();
   return reinterpret_cast<const std::uint32_t*>(line)[column];
@@ -131,26 +130,25 @@ void paintInPlace(const ContextPtr& context, const SurfacePtr& picture, const pl
 
 }  // namespace
 
-platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen) try {
-  const auto picture = paintedScreen(stack, screen);
+platform::Image renderScreen(const Scene& scene, const platform::Screen& screen) try {
+  const auto picture = paintedScreen(scene, screen);
   return picture ? imageOf(picture) : platform::Image{};
 } catch (const std::exception&) {
   return {};
 }
 
-std::optional<std::uint32_t> renderPixel(const std::vector<SimWindowServer::Shown>& stack,
-                                         const platform::Screen& screen, platform::Point point) try {
+std::optional<std::uint32_t> renderPixel(const Scene& scene, const platform::Screen& screen,
+                                         platform::Point point) try {
   const auto size = pixelSize(screen.frame, screen.scale);
   const int column = static_cast<int>(std::floor((point.x - screen.frame.x) * screen.scale));
   const int row = static_cast<int>(std::floor((point.y - screen.frame.y) * screen.scale));
   if (column < 0 || row < 0 || column >= size.width || row >= size.height) return std::nullopt;
-  return paintedPixel(stack, screen, column, row);
+  return paintedPixel(scene, screen, column, row);
 } catch (const std::exception&) {
   return std::nullopt;
 }
 
-platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,
-                              const std::vector<platform::Screen>& screens) try {
+platform::Image renderScreens(const Scene& scene, const std::vector<platform::Screen>& screens) try {
   if (screens.empty()) return {};
   const auto bounds = boundsOf(screens);
   const auto all = surfaceFor(bounds, screens.front().scale);
@@ -159,7 +157,7 @@ platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,
   context->scale(screens.front().scale, screens.front().scale);
   context->translate(-bounds.x, -bounds.y);
   for (const auto& screen : screens)
-    if (const auto picture = paintedScreen(stack, screen)) paintInPlace(context, picture, screen);
+    if (const auto picture = paintedScreen(scene, screen)) paintInPlace(context, picture, screen);
   return imageOf(all);
 } catch (const std::exception&) {
   return {};

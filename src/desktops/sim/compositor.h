@@ -9,17 +9,20 @@
 
 namespace hushpane::sim {
 
-// What a screen shows: the desktop's background and the windows upon it, given from front to back, in the pixels of the
-// screen. A screen without area gives an empty picture.
-platform::Image renderScreen(const std::vector<SimWindowServer::Shown>& stack, const platform::Screen& screen);
+// What there is to be seen.
+struct Scene {
+  std::vector<SimWindowServer::Shown> stack;  // the windows, from front to back
+  platform::ImagePtr background;              // null: the desktop draws its own
+};
+
+// What a screen shows, in its pixels. A screen without area gives an empty picture.
+platform::Image renderScreen(const Scene& scene, const platform::Screen& screen);
 
 // One pixel of that picture (0xAARRGGBB), the one at `point`, for less work; nothing when the point is not on the
 // screen.
-std::optional<std::uint32_t> renderPixel(const std::vector<SimWindowServer::Shown>& stack,
-                                         const platform::Screen& screen, platform::Point point);
+std::optional<std::uint32_t> renderPixel(const Scene& scene, const platform::Screen& screen, platform::Point point);
 
 // All screens in one picture, as they are arranged, with the first one's scale; transparent in between.
-platform::Image renderScreens(const std::vector<SimWindowServer::Shown>& stack,
-                              const std::vector<platform::Screen>& screens);
+platform::Image renderScreens(const Scene& scene, const std::vector<platform::Screen>& screens);
 
 }  // namespace hushpane::sim

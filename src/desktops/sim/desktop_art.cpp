@@ -1,5 +1,6 @@
 #include "desktops/sim/desktop_art.h"
 
+#include <algorithm>
 #include <array>
 #include <numbers>
 
@@ -47,6 +48,23 @@ void paintGlow(const ContextPtr& context, const Rect& frame, const Glow& glow) {
   addStop(gradient, 1, edge);
   context->set_source(gradient);
   context->paint();
+}
+
+// In its middle, and so large that it leaves nothing of the frame.
+void paintPicture(const ContextPtr& context, const Rect& frame, const SurfacePtr& picture) {
+  const double width = picture->get_width(), height = picture->get_height();
+  const double factor = std::max(frame.width / width, frame.height / height);
+  context->save();
+  addRectangle(context, frame);
+  context->clip();
+  context->translate(frame.x + (frame.width - width * factor) / 2, frame.y + (frame.height - height * factor) / 2);
+  context->scale(factor, factor);
+  const auto pattern = Cairo::SurfacePattern::create(picture);
+  pattern->set_filter(Cairo::SurfacePattern::Filter::GOOD);
+  pattern->set_extend(Cairo::Pattern::Extend::PAD);
+  context->set_source(pattern);
+  context->paint();
+  context->restore();
 }
 
 constexpr double iconSide = 52;       // points
@@ -97,9 +115,14 @@ void paintIcons(const ContextPtr& context, const Rect& frame) {
 
 }  // namespace
 
-void paintDesktop(const ContextPtr& context, const Rect& frame) {
-  paintSky(context, frame);
-  for (const auto& glow : glows) paintGlow(context, frame, glow);
+void paintDesktop(const ContextPtr& context, const Rect& frame, const platform::Image* picture) {
+  const auto surface = picture ? surfaceOf(*picture) : SurfacePtr();
+  if (surface) {
+    paintPicture(context, frame, surface);
+  } else {
+    paintSky(context, frame);
+    for (const auto& glow : glows) paintGlow(context, frame, glow);
+  }
   paintIcons(context, frame);
 }
 

@@ -4,7 +4,8 @@
 
 namespace hushpane::sim {
 
-// Draws the desktop beneath all windows: a soft picture, and a column of icons at its right edge.
-void paintDesktop(const ContextPtr& context, const platform::Rect& frame);
+// Draws the desktop beneath all windows: the picture where there is one, filling the frame, else a soft sky; and a
+// column of icons at the right edge.
+void paintDesktop(const ContextPtr& context, const platform::Rect& frame, const platform::Image* picture);
 
 }  // namespace hushpane::sim

@@ -53,7 +53,8 @@ int playScenario(const std::filesystem::path& file, const std::filesystem::path&
   }
   std::error_code ignored;  // a folder that is missing shows when a picture is written
   std::filesystem::create_directories(outDir, ignored);
-  ScenarioPlayer player(outDir, std::move(launch), [&out](const auto& path) { out << path.string() << '\n'; });
+  ScenarioPlayer player(file.parent_path(), outDir, std::move(launch),
+                        [&out](const auto& path) { out << path.string() << '\n'; });
   return play(std::get<Scenario>(parsed), player, file.string(), err);
 }
 

@@ -88,6 +88,9 @@ struct Wake {};
 struct SwitchSpace {
   int space;
 };
+struct SetDesktopPicture {
+  std::optional<std::string> file;  // beside the scenario; nothing: the desktop draws its own
+};
 struct AskByWidget {
   std::string mode;
 };
@@ -137,8 +140,8 @@ using Command =
                  command::ActivateNone, command::PressModifier, command::ReleaseModifier, command::TypeKey,
                  command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
                  command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
-                 command::Quit, command::Wake, command::SwitchSpace, command::AskByWidget, command::Shot,
-                 command::ExpectPixel, command::ExpectShown, command::ExpectLevel, command::ExpectAlpha,
+                 command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::AskByWidget,
+                 command::Shot, command::ExpectPixel, command::ExpectShown, command::ExpectLevel, command::ExpectAlpha,
                  command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
 
 struct ScenarioLine {

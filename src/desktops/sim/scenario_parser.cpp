@@ -147,6 +147,11 @@ Command readSet(ScenarioReader& reader) {
   return SetSetting{key, reader.value()};
 }
 
+Command readDesktopPicture(ScenarioReader& reader) {
+  if (reader.accept("none")) return SetDesktopPicture{};
+  return SetDesktopPicture{reader.word("a file")};
+}
+
 bool isFileName(std::string_view text) {
   constexpr std::string_view allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.";
   constexpr std::size_t longest = 100;
@@ -194,7 +199,7 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 16> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 17> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
@@ -208,6 +213,7 @@ constexpr std::array<std::pair<std::string_view, Read>, 16> commands{{
     {"quit", [](ScenarioReader&) -> Command { return Quit{}; }},
     {"wake", [](ScenarioReader&) -> Command { return Wake{}; }},
     {"space", [](ScenarioReader& reader) -> Command { return SwitchSpace{reader.integer("space", 0, highestSpace)}; }},
+    {"desktop-picture", readDesktopPicture},
     {"widget", [](ScenarioReader& reader) -> Command { return AskByWidget{reader.word("a mode")}; }},
     {"shot", readShot},
     {"expect", readExpect},

@@ -35,9 +35,13 @@ ScenarioPlayer::Failure noWindow(const std::string& name) {
 
 }  // namespace
 
-ScenarioPlayer::ScenarioPlayer(std::filesystem::path folder, std::function<void(platform::Platform&)> launch,
+ScenarioPlayer::ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder,
+                               std::function<void(platform::Platform&)> launch,
                                std::function<void(const std::filesystem::path&)> written)
-    : folder_(std::move(folder)), launch_(std::move(launch)), written_(std::move(written)) {
+    : sources_(std::move(sources)),
+      folder_(std::move(folder)),
+      launch_(std::move(launch)),
+      written_(std::move(written)) {
   desktop_.taskQueue().setAutomatic(true);
 }
 
@@ -221,6 +225,14 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::Wake&) {
 
 ScenarioPlayer::Result ScenarioPlayer::run(const command::SwitchSpace& command) {
   desktop_.workspace().switchSpace(command.space);
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::SetDesktopPicture& command) {
+  desktop_.workspace().setDesktopImage({});
+  if (!command.file) return {};
+  desktop_.workspace().setDesktopImage(sources_ / *command.file);
+  if (!desktop_.workspace().desktopImage()) return badLine("there is no picture '" + *command.file + "'");
   return {};
 }
 

@@ -25,8 +25,10 @@ class ScenarioPlayer {
     std::string message;
   };
 
-  // `launch` starts the program on the desktop; pictures go to the folder.
-  ScenarioPlayer(std::filesystem::path folder, std::function<void(platform::Platform&)> launch,
+  // `launch` starts the program on the desktop; files that the scenario names are beside it, and pictures go to
+  // another folder.
+  ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder,
+                 std::function<void(platform::Platform&)> launch,
                  std::function<void(const std::filesystem::path&)> written);
 
   // Nothing when all went well.
@@ -60,6 +62,7 @@ class ScenarioPlayer {
   Result run(const command::Quit& command);
   Result run(const command::Wake& command);
   Result run(const command::SwitchSpace& command);
+  Result run(const command::SetDesktopPicture& command);
   Result run(const command::AskByWidget& command);
   Result run(const command::Shot& command);
   Result run(const command::ExpectPixel& command);
@@ -77,6 +80,7 @@ class ScenarioPlayer {
   // Nothing when the group can have no folder.
   std::optional<std::filesystem::path> sharedFile();
 
+  std::filesystem::path sources_;
   std::filesystem::path folder_;
   std::function<void(platform::Platform&)> launch_;
   std::function<void(const std::filesystem::path&)> written_;

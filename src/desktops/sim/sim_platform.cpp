@@ -62,7 +62,7 @@ void SimPlatform::endProgram() {
 }
 
 platform::Image SimPlatform::render(const platform::Screen& screen) {
-  return renderScreen(windows_.stack(), screen);
+  return renderScreen({windows_.stack(), workspace_.desktopImage()}, screen);
 }
 
 platform::Image SimPlatform::render() {
@@ -70,12 +70,12 @@ platform::Image SimPlatform::render() {
 }
 
 platform::Image SimPlatform::renderAll() {
-  return renderScreens(windows_.stack(), screens_.screens());
+  return renderScreens({windows_.stack(), workspace_.desktopImage()}, screens_.screens());
 }
 
 std::optional<std::uint32_t> SimPlatform::pixel(platform::Point point) {
   for (const auto& screen : screens_.screens())
-    if (screen.frame.contains(point)) return renderPixel(windows_.stack(), screen, point);
+    if (screen.frame.contains(point)) return renderPixel({windows_.stack(), workspace_.desktopImage()}, screen, point);
   return std::nullopt;
 }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "desktops/shared/image_file.h"
+
 namespace hushpane::sim {
 
 SimWorkspace::SimWorkspace(SimMainQueue& queue, SimWindowServer& server, std::int32_t ownPid)
@@ -46,6 +48,12 @@ void SimWorkspace::activateOwnProgram() {
 void SimWorkspace::bringToFront(std::int32_t pid) {
   frontmost_ = pid;
   center_.postFromOutside(platform::notification::didActivateApplication);
+}
+
+void SimWorkspace::setDesktopImage(std::optional<std::filesystem::path> file) {
+  constexpr int width = 2880, height = 1800;  // pixels of the largest screen that shows it as sharp as it is
+  desktopImageFile_ = std::move(file);
+  desktopImage_ = desktopImageFile_ ? desktops::loadImageFile(*desktopImageFile_, width, height) : nullptr;
 }
 
 void SimWorkspace::switchSpace(int space) {

@@ -4,10 +4,10 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_window_server.h"
+#include "platform/image.h"
 #include "platform/workspace.h"
 
 namespace hushpane::sim {
@@ -18,7 +18,7 @@ class SimWorkspace : public platform::Workspace {
   SimWorkspace(SimMainQueue& queue, SimWindowServer& server, std::int32_t ownPid);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
-  std::optional<std::filesystem::path> desktopImageURL(const platform::Screen&) override { return desktopImage_; }
+  std::optional<std::filesystem::path> desktopImageURL(const platform::Screen&) override { return desktopImageFile_; }
   SimNotificationCenter& notificationCenter() override { return center_; }
 
   // Another program starts, without windows; returns its process id.
@@ -36,7 +36,9 @@ class SimWorkspace : public platform::Workspace {
   void deactivateAll() { frontmost_.reset(); }
 
   // From here on the desktop of every screen shows that picture, or its own drawing.
-  void setDesktopImage(std::optional<std::filesystem::path> file) { desktopImage_ = std::move(file); }
+  void setDesktopImage(std::optional<std::filesystem::path> file);
+  // Null when the desktop draws its own, also for a file that is no picture.
+  const platform::ImagePtr& desktopImage() const { return desktopImage_; }
 
   // Posts activeSpaceDidChange.
   void switchSpace(int space);
@@ -52,7 +54,8 @@ class SimWorkspace : public platform::Workspace {
   std::int32_t ownPid_;
   std::int32_t lastPid_;
   std::optional<std::int32_t> frontmost_;
-  std::optional<std::filesystem::path> desktopImage_;
+  std::optional<std::filesystem::path> desktopImageFile_;
+  platform::ImagePtr desktopImage_;
 };
 
 }  // namespace hushpane::sim

@@ -8,6 +8,7 @@
 
 #include "desktops/sim/play_scenario.h"
 #include "desktops/sim/sim_platform.h"
+#include "support/pictures.h"
 
 namespace hushpane::sim {
 namespace {
@@ -69,11 +70,6 @@ TEST(ScenarioParserTest, ReadsValuesOfEveryType) {
     ASSERT_TRUE(std::holds_alternative<Scenario>(parsed)) << text;
     EXPECT_EQ(std::get<command::SetSetting>(std::get<Scenario>(parsed).at(0).command).value, value) << text;
   }
-}
-
-std::string contentsOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 const std::filesystem::path tour = std::filesystem::path(HUSHPANE_SOURCE_DIR) / "resources/tour.scenario";
@@ -186,6 +182,21 @@ TEST_F(PlayScenarioTest, PlaysAWholeDay) {
   EXPECT_EQ(contentsOf(pictures / "both.png").substr(1, 3), "PNG");
 }
 
+TEST_F(PlayScenarioTest, EveryScreenShowsTheDesktopPictureInAspectFill) {
+  const auto color = [](int, int y) { return y < 10 ? 0xff0000ff : y < 60 ? 0x0000ffff : 0x00ff00ff; };
+  writePicture(folder.folder() / "square.png", "png", 90, 90, color);
+  EXPECT_EQ(play("screen 2 at 1440 0 size 300 600\n"
+                 "desktop-picture square.png\n"
+                 "expect pixel 5 5 0000ff\n"
+                 "expect pixel 5 895 00ff00\n"
+                 "expect pixel 1445 5 ff0000\n"
+                 "expect pixel 1445 595 00ff00\n"
+                 "desktop-picture none\n"
+                 "expect pixel 5 5 5d88a9 within 30"),
+            0)
+      << err.str();
+}
+
 TEST_F(PlayScenarioTest, ExpectationsFailWhereTheyDoNotHold) {
   const std::pair<const char*, const char*> cases[] = {
       {"expect pixel 200 300 808080", "5: pixel: expected 808080, found ffffff\n"},
@@ -216,6 +227,7 @@ TEST_F(PlayScenarioTest, WhatIsNotThereIsABadLine) {
       {"screen 4 remove", "1: there is no screen 4\n"},
       {"shot name 4", "1: there is no screen 4\n"},
       {"expect pixel 9999 0 000000", "1: there is no screen at that point\n"},
+      {"desktop-picture test.scenario", "1: there is no picture 'test.scenario'\n"},
       {"quit", "1: the program is not running\n"},
       {"launch\nlaunch", "2: the program is running already\n"},
   };
