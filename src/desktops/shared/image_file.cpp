@@ -23,8 +23,12 @@ std::uint32_t scaled(std::uint32_t channel, std::uint32_t alpha) {
   return (channel * alpha + 127) / 255;
 }
 
-std::uint32_t premultiplied(const guchar* pixel, bool hasAlpha) {
-  const std::uint32_t alpha = hasAlpha ? pixel[3] : 255;
+std::uint32_t opaque(const guchar* pixel) {
+  return 0xff000000u | std::uint32_t{pixel[0]} << 16 | std::uint32_t{pixel[1]} << 8 | pixel[2];
+}
+
+std::uint32_t premultiplied(const guchar* pixel) {
+  const std::uint32_t alpha = pixel[3];
   return alpha << 24 | scaled(pixel[0], alpha) << 16 | scaled(pixel[1], alpha) << 8 | scaled(pixel[2], alpha);
 }
 
@@ -35,7 +39,8 @@ PixelRows rowsOf(const GdkPixbuf* pixbuf) {
   const std::ptrdiff_t stride = gdk_pixbuf_get_rowstride(pixbuf);
   const guchar* first = gdk_pixbuf_read_pixels(pixbuf);
   return {width, gdk_pixbuf_get_height(pixbuf), [=](int row, std::uint32_t* pixels) {
-            for (int x = 0; x < width; ++x) pixels[x] = premultiplied(first + row * stride + x * step, hasAlpha);
+            const guchar* pixel = first + row * stride;
+            for (int x = 0; x < width; ++x, pixel += step) pixels[x] = hasAlpha ? premultiplied(pixel) : opaque(pixel);
           }};
 }
 
