@@ -12,11 +12,10 @@ using platform::Animation;
 using platform::TimingFunction;
 using platform::View;
 
-constexpr std::string_view defaultWallpaperName = "HushpaneDefaultWallpaper";
 constexpr Animation surfaceFade{0.7, TimingFunction::easeOut};
 constexpr Animation dimChange{0.7, TimingFunction::easeOut};
-constexpr Animation wallpaperCrossFade{0.45, TimingFunction::easeInEaseOut};
 constexpr double hiddenAlpha = 0.001;  // at most this much counts as faded out
+constexpr float hueWithoutPicture = 0.68f;
 
 constexpr double alphaOf(DimIntensity intensity) {
   switch (intensity) {
@@ -47,12 +46,15 @@ void hideAtOnce(View& view) {
 
 }  // namespace
 
-OverlayContentView::OverlayContentView(View& root, platform::Platform& platform, PreferencesStore& preferences)
+OverlayContentView::OverlayContentView(platform::Window& window, platform::Platform& platform,
+                                       PreferencesStore& preferences)
     : platform_(platform),
       preferences_(preferences),
-      effectView_(root.addSubview()),
-      dimView_(root.addSubview()),
-      wallpaperView_(root.addSubview()) {
+      window_(window),
+      effectView_(window.contentView().addSubview()),
+      dimView_(window.contentView().addSubview()),
+      wallpaperView_(window.contentView().addSubview()),
+      gradientView_(window.contentView().addSubview(), window, platform) {
   effectView_.setMaterial(platform::EffectMaterial::darkHud);
   dimView_.setLayerColor(platform::black);
   hideAllSurfaces(false);
@@ -67,21 +69,30 @@ void OverlayContentView::apply(const RenderedState& state, bool animated) {
   const std::string surface =
       role == Role::ambient ? preferences_.ambientSurfaceRaw.get() : preferences_.focusSurfaceRaw.get();
   switch (fromRawValue<SurfaceType>(surface).value_or(SurfaceType::blur)) {
-    case SurfaceType::blur: showBlur(); break;
+    case SurfaceType::blur: showBlur(role); break;
     case SurfaceType::dim: showDim(role); break;
-    case SurfaceType::wallpaper: showWallpaper(); break;
+    case SurfaceType::wallpaper: showWallpaper(role); break;
   }
 }
 
 void OverlayContentView::hideAllSurfaces(bool animated) {
-  for (View* view : {&effectView_, &dimView_, &wallpaperView_}) animated ? fadeOut(*view) : hideAtOnce(*view);
+  for (View* view : {&effectView_, &dimView_, &wallpaperView_, &gradientView_.view()})
+    animated ? fadeOut(*view) : hideAtOnce(*view);
+  gradientView_.setPaused(true);
   if (!animated) releaseWallpaper();
 }
 
-void OverlayContentView::showBlur() {
+void OverlayContentView::showBlur(Role role) {
   fadeIn(effectView_);
   fadeOut(dimView_);
   fadeOut(wallpaperView_);
+  if (role == Role::ambient && preferences_.ambientGradientEnabled.get()) {
+    gradientView_.setAccentHue(cachedHue_.value_or(hueWithoutPicture));
+    setGradientVisible(true);
+    computeHueIfNeeded();
+  } else {
+    setGradientVisible(false);
+  }
   releaseWallpaper();
 }
 
@@ -91,23 +102,22 @@ void OverlayContentView::showDim(Role role) {
   setDimAlpha(alphaOf(fromRawValue<DimIntensity>(intensity).value_or(DimIntensity::balanced)));
   fadeOut(effectView_);
   fadeOut(wallpaperView_);
+  setGradientVisible(false);
   fadeIn(dimView_);
   releaseWallpaper();
 }
 
-void OverlayContentView::showWallpaper() {
-  showDefaultWallpaper();
+void OverlayContentView::showWallpaper(Role role) {
+  const std::string source =
+      role == Role::ambient ? preferences_.ambientWallpaperSourceRaw.get() : preferences_.focusWallpaperSourceRaw.get();
+  if (fromRawValue<WallpaperSource>(source) == WallpaperSource::custom)
+    showCustomWallpaper();
+  else
+    showDefaultWallpaper();
   fadeOut(effectView_);
   fadeOut(dimView_);
   fadeIn(wallpaperView_);
-}
-
-void OverlayContentView::showDefaultWallpaper() {
-  auto image = platform_.bundle().image(defaultWallpaperName);
-  if (image && wallpaperView_.contents())
-    wallpaperView_.setContents(std::move(image), wallpaperCrossFade);
-  else
-    wallpaperView_.setContents(std::move(image));
+  setGradientVisible(false);
 }
 
 void OverlayContentView::setDimAlpha(double alpha) {
@@ -116,8 +126,19 @@ void OverlayContentView::setDimAlpha(double alpha) {
   dimView_.animateLayerColor(target, dimChange);
 }
 
-void OverlayContentView::releaseWallpaper() {
-  wallpaperView_.setContents(nullptr);
+void OverlayContentView::setGradientVisible(bool visible) {
+  auto& view = gradientView_.view();
+  if (visible) {
+    gradientView_.setPaused(false);
+    fadeIn(view);
+    return;
+  }
+  fadeOut(view);
+  if (gradientView_.isPaused()) return;
+  // A gradient that became visible again meanwhile keeps running.
+  gradientPause_ = platform_.mainQueue().after(surfaceFade.duration, [this, &view] {
+    if (view.isHidden() || view.alpha() <= hiddenAlpha) gradientView_.setPaused(true);
+  });
 }
 
 }  // namespace hushpane

@@ -26,7 +26,7 @@ OverlayWindow::OverlayWindow(platform::DisplayId screenID, const platform::Rect&
                              platform::Platform& platform, PreferencesStore& preferences)
     : screenID(screenID),
       window_(platform.windows().makeWindow(screenFrame, overlayConfiguration)),
-      contentView_(window_->contentView(), platform, preferences) {
+      contentView_(*window_, platform, preferences) {
   window_->setAlpha(0);
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,9 +23,8 @@ class Bundle {
  public:
   virtual ~Bundle() = default;
 
-  // The picture of that name, null when it is missing or cannot be decoded. A picture is kept only while someone
-  // holds it.
-  virtual ImagePtr image(std::string_view name) = 0;
+  // The file of the picture of that name; nothing when it is missing.
+  virtual std::optional<std::filesystem::path> imageURL(std::string_view name) const = 0;
 };
 
 }  // namespace hushpane::platform

@@ -11,6 +11,7 @@
 #include "platform/application.h"
 #include "platform/bookmarks.h"
 #include "platform/event_monitors.h"
+#include "platform/gpu_device.h"
 #include "platform/hot_keys.h"
 #include "platform/image.h"
 #include "platform/image_loader.h"
@@ -56,6 +57,7 @@ class Platform {
   virtual ImageLoader& imageLoader() = 0;
   virtual Screens& screens() = 0;
   virtual Windows& windows() = 0;
+  virtual GpuDevice* gpuDevice() = 0;  // null when there is none
   virtual WindowList& windowList() = 0;
   virtual Workspace& workspace() = 0;
   virtual EventMonitors& eventMonitors() = 0;

@@ -26,6 +26,13 @@ class Screens {
   // The screens of the desktop, the main one first. Costs no round trip. notification::screenParametersDidChange
   // follows every change.
   virtual const std::vector<Screen>& screens() const = 0;
+
+  // Of the screen on which the point lies; 1 where there is none.
+  double scaleAt(Point point) const {
+    for (const auto& screen : screens())
+      if (screen.frame.contains(point)) return screen.scale;
+    return 1;
+  }
 };
 
 }  // namespace hushpane::platform

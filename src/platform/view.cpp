@@ -65,4 +65,10 @@ void View::setContents(ImagePtr contents, Animation fade) {
   changed_();
 }
 
+void View::presentDrawable(ImagePtr drawable) {
+  drawable_ = std::move(drawable);
+  ++drawableFrame_;
+  changed_();
+}
+
 }  // namespace hushpane::platform

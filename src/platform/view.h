@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -17,8 +18,8 @@ enum class EffectMaterial {
 };
 
 // One surface of a window; it always fills the window. A desktop draws a view as its effect material, over that its
-// layer colour, over that its contents (aspect fill, clipped), over that its subviews in order, all faded by the
-// presentation alpha. Views live on the main thread and belong to the view they were added to.
+// layer colour, over that its contents (aspect fill, clipped), over that its drawable, over that its subviews in order,
+// all faded by the presentation alpha. Views live on the main thread and belong to the view they were added to.
 class View {
  public:
   // `changed` is called after every change of what is to be seen.
@@ -57,6 +58,13 @@ class View {
   // Cross-fades from the contents shown now.
   void setContents(ImagePtr contents, Animation fade);
 
+  // A picture stretched over the whole view, for what is drawn anew frame by frame; null when there is none. The centres
+  // of its corner pixels lie on those of the view. Its pixels may change only between two presentations.
+  const ImagePtr& drawable() const { return drawable_; }
+  // Another number for each presentation.
+  std::uint64_t drawableFrame() const { return drawableFrame_; }
+  void presentDrawable(ImagePtr drawable);
+
  private:
   Animator& animator_;
   std::function<void()> changed_;
@@ -69,6 +77,8 @@ class View {
   ImagePtr contents_;
   ImagePtr outgoing_;
   Animated<double> fade_{1};
+  ImagePtr drawable_;
+  std::uint64_t drawableFrame_ = 0;
 };
 
 }  // namespace hushpane::platform

@@ -32,21 +32,25 @@ void Window::animateAlpha(double alpha, Animation animation, std::function<void(
 }
 
 void Window::orderFront() {
-  isVisible_ = true;
   place_ = Place::front;
-  orderChanged();
+  setVisible(true);
 }
 
 void Window::orderBelow(WindowNumber sibling) {
-  const bool differs = !isVisible_ || place_ != Place::below || sibling_ != sibling;
-  isVisible_ = true;
+  if (isVisible_ && place_ == Place::below && sibling_ == sibling) return;
   place_ = Place::below;
   sibling_ = sibling;
-  if (differs) orderChanged();
+  setVisible(true);
 }
 
 void Window::orderOut() {
-  if (std::exchange(isVisible_, false)) orderChanged();
+  if (isVisible_) setVisible(false);
+}
+
+void Window::setVisible(bool visible) {
+  const bool differs = std::exchange(isVisible_, visible) != visible;
+  orderChanged();
+  if (differs) visibility_.forEach([](const auto& observer) { observer(); });
 }
 
 }  // namespace hushpane::platform

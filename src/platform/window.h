@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/animator.h"
 #include "platform/geometry.h"
+#include "platform/handler_list.h"
 #include "platform/view.h"
 #include "platform/window_list.h"
 
@@ -75,6 +77,8 @@ class Window {
   void orderFront();
   void orderBelow(WindowNumber sibling);  // also orders the window in; a sibling that is gone leaves the old place
   void orderOut();
+  // Called after the window was ordered in or out.
+  Token observeVisibility(std::function<void()> observer) { return visibility_.add(std::move(observer)); }
 
  protected:
   // Called after a change, never from the constructor. Several changes may come before the next turn of the main queue.
@@ -84,6 +88,8 @@ class Window {
   virtual void contentChanged() = 0;
 
  private:
+  void setVisible(bool visible);
+
   Animator& animator_;
   WindowConfiguration configuration_;
   Rect frame_;
@@ -93,6 +99,7 @@ class Window {
   WindowNumber sibling_ = 0;
   Animated<double> alpha_{1};
   View contentView_;
+  HandlerList<void()> visibility_;
 };
 
 // Makes windows.

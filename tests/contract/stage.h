@@ -46,6 +46,8 @@ class Stage {
   virtual void pressModifier(platform::ModifierFlags modifier) = 0;
   virtual void releaseModifier(platform::ModifierFlags modifier) = 0;
   virtual void typeKey(std::uint16_t keyCode) = 0;
+  // Another program asks for a hot key and keeps it; false when it is refused.
+  virtual bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) = 0;
   // The mouse is moved; to the left where the distance is negative.
   virtual void moveMouse(double points) = 0;
 

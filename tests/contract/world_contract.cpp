@@ -97,6 +97,7 @@ TEST_P(ContractTest, AHotKeyIsThePressOfExactlyItsCombination) {
   auto key = hotKeys.registerHotKey(letterK, control | option | capsLock, {5, 7});
   ASSERT_TRUE(key);
   EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 8})) << "taken";
+  EXPECT_FALSE(stage->takeHotKey(letterK, control | option));
   EXPECT_FALSE(hotKeys.registerHotKey(60'000, control, {5, 9})) << "no such key";
   const auto type = [&](std::initializer_list<platform::ModifierFlags> modifiers) {
     for (const auto modifier : modifiers) stage->pressModifier(modifier);
@@ -115,6 +116,9 @@ TEST_P(ContractTest, AHotKeyIsThePressOfExactlyItsCombination) {
   stage->run(0.2);
   EXPECT_EQ(pressed.size(), 1u);
   EXPECT_TRUE(hotKeys.registerHotKey(letterK, control | option, {5, 8})) << "free again";
+  stage->run(0.05);
+  EXPECT_TRUE(stage->takeHotKey(letterK, control | option)) << "free for all";
+  EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 8}));
 }
 
 TEST_P(ContractTest, MouseMovementIsToldInPointsWhileSomebodyListens) {

@@ -128,6 +128,7 @@ TEST_F(OverlayContentViewTest, HidingAtOnceDropsThePictureHidingWithAFadeKeepsIt
   EXPECT_EQ(wallpaper().contents(), nullptr);
 
   apply(clean);
+  settle();
   ASSERT_NE(wallpaper().contents(), nullptr);
   preferences().ambientSurfaceRaw = "blur";
   apply(clean);
@@ -138,7 +139,7 @@ TEST_F(OverlayContentViewTest, ThePictureIsSeenOnTheScreen) {
   preferences().ambientSurfaceRaw = "wallpaper";
   state().setMode(VeilMode::cleanDesktop);
   desktop->advance(2);
-  const auto image = desktop->bundle().image("HushpaneDefaultWallpaper");
+  const auto image = wallpaper().contents();
   ASSERT_NE(image, nullptr);
   const auto screen = desktop->render(leftScreen);
   const auto picked = screen.pixels[static_cast<std::size_t>(screen.width) * (screen.height / 2) + screen.width / 2];

@@ -27,6 +27,7 @@ class SimulatedProgram : public testing::Test {
   void prepareDesktop() {
     desktop.reset();
     desktop = std::make_unique<sim::SimPlatform>(storage, screens, HUSHPANE_SOURCE_DIR "/resources");
+    desktop->taskQueue().setAutomatic(true);
   }
   void launch() {
     if (!desktop) prepareDesktop();

@@ -1,10 +1,10 @@
 #include "desktops/shared/resource_bundle.h"
 
 #include <cstdlib>
+#include <string>
 #include <utility>
 
 #include "desktops/shared/files.h"
-#include "desktops/shared/image_file.h"
 
 namespace hushpane::desktops {
 
@@ -23,15 +23,12 @@ std::filesystem::path resourceFolder(const std::filesystem::path& binary) {
 
 ResourceBundle::ResourceBundle(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-platform::ImagePtr ResourceBundle::image(std::string_view name) {
-  if (!isPlainFileName(name)) return nullptr;
-  auto& kept = images_[std::string(name)];
-  if (auto held = kept.lock()) return held;
-  platform::ImagePtr image;
+std::optional<std::filesystem::path> ResourceBundle::imageURL(std::string_view name) const {
+  if (!isPlainFileName(name)) return std::nullopt;
+  std::error_code error;
   for (const char* extension : {".png", ".svg"})
-    if (!image) image = decodeImageFile(folder_ / (std::string(name) + extension));
-  kept = image;
-  return image;
+    if (auto file = folder_ / (std::string(name) + extension); std::filesystem::is_regular_file(file, error)) return file;
+  return std::nullopt;
 }
 
 }  // namespace hushpane::desktops

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
+#include <optional>
+#include <string_view>
 
 #include "platform/image.h"
 
@@ -21,11 +19,10 @@ class ResourceBundle : public platform::Bundle {
  public:
   explicit ResourceBundle(std::filesystem::path folder);
 
-  platform::ImagePtr image(std::string_view name) override;
+  std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
 
  private:
   std::filesystem::path folder_;
-  std::map<std::string, std::weak_ptr<const platform::Image>, std::less<>> images_;
 };
 
 }  // namespace hushpane::desktops

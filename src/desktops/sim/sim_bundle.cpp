@@ -2,9 +2,9 @@
 
 namespace hushpane::sim {
 
-platform::ImagePtr SimBundle::image(std::string_view name) {
+std::optional<std::filesystem::path> SimBundle::imageURL(std::string_view name) const {
   const auto found = replaced_.find(name);
-  return found == replaced_.end() ? resources_.image(name) : found->second;
+  return found == replaced_.end() ? resources_.imageURL(name) : found->second;
 }
 
 }  // namespace hushpane::sim

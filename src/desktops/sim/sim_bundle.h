@@ -13,14 +13,16 @@ class SimBundle : public platform::Bundle {
  public:
   explicit SimBundle(std::filesystem::path folder) : resources_(std::move(folder)) {}
 
-  platform::ImagePtr image(std::string_view name) override;
+  std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
 
-  // From here on the resource is this picture; null stands for one that is missing.
-  void setImage(std::string name, platform::ImagePtr image) { replaced_[std::move(name)] = std::move(image); }
+  // From here on the resource is in this file, or is missing.
+  void setImageURL(std::string name, std::optional<std::filesystem::path> url) {
+    replaced_[std::move(name)] = std::move(url);
+  }
 
  private:
   desktops::ResourceBundle resources_;
-  std::map<std::string, platform::ImagePtr, std::less<>> replaced_;
+  std::map<std::string, std::optional<std::filesystem::path>, std::less<>> replaced_;
 };
 
 }  // namespace hushpane::sim

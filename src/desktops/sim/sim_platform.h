@@ -4,6 +4,7 @@
 #include <string>
 
 #include "desktops/shared/file_bookmarks.h"
+#include "desktops/shared/fluid_gradient_renderer.h"
 #include "desktops/shared/json_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
@@ -54,6 +55,7 @@ class SimPlatform : public platform::Platform {
   SimImageLoader& imageLoader() override { return imageLoader_; }
   SimScreens& screens() override { return screens_; }
   SimWindowServer& windows() override { return windows_; }
+  platform::GpuDevice* gpuDevice() override { return gpu_; }
   SimWindowList& windowList() override { return windowList_; }
   SimWorkspace& workspace() override { return workspace_; }
   SimEventMonitors& eventMonitors() override { return eventMonitors_; }
@@ -70,6 +72,8 @@ class SimPlatform : public platform::Platform {
   void advance(double seconds) { queue_.advance(seconds); }
   double now() const { return queue_.now(); }
 
+  // From here on the gradient is drawn by this device, which outlives the desktop; null stands for none.
+  void setGpuDevice(platform::GpuDevice* device) { gpu_ = device; }
   // From here on suites cannot be opened, or they can again.
   void setSuitesAbsent(bool absent) { suitesAbsent_ = absent; }
 
@@ -101,6 +105,8 @@ class SimPlatform : public platform::Platform {
   std::map<std::string, SimUserDefaults, std::less<>> suites_;
   bool suitesAbsent_ = false;
   bool defaultsAnnounced_ = false;
+  desktops::FluidGradientRenderer gradientRenderer_;
+  platform::GpuDevice* gpu_ = &gradientRenderer_;
   SimSharedContainer sharedContainer_;
   SimWindowServer windows_{queue_, animator_};
   SimWindowList windowList_;

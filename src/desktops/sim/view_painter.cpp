@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "desktops/shared/drawable_stretch.h"
 #include "desktops/shared/look.h"
 #include "desktops/sim/blur.h"
 
@@ -25,6 +26,20 @@ void paintAspectFill(const ContextPtr& context, const platform::ImagePtr& image,
   context->set_source(pattern);
   context->paint_with_alpha(alpha);
   context->restore();
+}
+
+void paintDrawable(const ContextPtr& context, const platform::ImagePtr& drawable, const platform::Rect& frame) {
+  const auto surface = drawable ? surfaceOf(*drawable) : SurfacePtr();
+  if (!surface) return;
+  const auto across = desktops::drawableStretch(drawable->width, frame.width, frame.width);
+  const auto down = desktops::drawableStretch(drawable->height, frame.height, frame.height);
+  const auto pattern = Cairo::SurfacePattern::create(surface);
+  pattern->set_filter(Cairo::SurfacePattern::Filter::BILINEAR);
+  pattern->set_extend(Cairo::Pattern::Extend::PAD);
+  pattern->set_matrix(Cairo::Matrix(across.scale, 0, 0, down.scale, across.offset - across.scale * frame.x,
+                                    down.offset - down.scale * frame.y));
+  context->set_source(pattern);
+  context->paint();
 }
 
 void paintContents(const ContextPtr& context, const platform::View& view, const platform::Rect& frame) {
@@ -62,6 +77,7 @@ void paintView(const ContextPtr& context, const platform::View& view, const plat
     context->paint();
   }
   paintContents(context, view, frame);
+  paintDrawable(context, view.drawable(), frame);
   for (const auto& subview : view.subviews()) paintView(context, *subview, frame, backdrop);
   if (alpha < 1) {
     context->pop_group_to_source();

@@ -85,8 +85,13 @@ PixelRect Blur::refresh(Backdrop& backdrop, const PixelRegion& dirty) {
   if (last == resultLevel) scaleBetween(levels_[last], result_, areas[last]);
   const auto& changed = areas[resultLevel];
   render_.fill(XCB_RENDER_PICT_OP_OVER, result_.surface.picture.get(), look_.tint, std::span(&changed, 1));
-  render_.stretch(result_.surface.picture.get(), 1 / result_.scaleX, 1 / result_.scaleY);
   return onOverlay(result_, changed.grown(1)).intersection({0, 0, width_, height_});
+}
+
+xcb_render_picture_t Blur::picture(int width, int height) {
+  const auto picture = result_.surface.picture.get();
+  render_.stretch(picture, static_cast<double>(ownWidth()) / width, static_cast<double>(ownHeight()) / height);
+  return picture;
 }
 
 }  // namespace hushpane::x11

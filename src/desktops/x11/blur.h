@@ -29,8 +29,11 @@ class Blur {
   // Returns the part of the picture, in pixels of the overlay, that differs from before.
   PixelRect refresh(Backdrop& backdrop, const PixelRegion& dirty);
 
-  // The blurred and tinted backdrop, to be drawn over width x height pixels with the origin (0, 0).
-  xcb_render_picture_t picture() const { return result_.surface.picture.get(); }
+  // The blurred and tinted backdrop, stretched over width x height pixels with the origin (0, 0).
+  xcb_render_picture_t picture(int width, int height);
+  // Its own size in pixels; stretched from there it loses nothing.
+  int ownWidth() const { return result_.surface.width; }
+  int ownHeight() const { return result_.surface.height; }
   bool hasSize(int width, int height) const { return width == width_ && height == height_; }
 
  private:

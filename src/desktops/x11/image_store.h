@@ -23,7 +23,6 @@ class ImageStore {
     Surface surface;
     bool isUsed = false;
   };
-  void upload(const platform::Image& image, const Surface& surface);
 
   Connection& connection_;
   Render& render_;

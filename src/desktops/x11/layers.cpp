@@ -19,6 +19,7 @@ void collect(const platform::View& view, double opacity, std::vector<Layer>& lay
     layers.push_back({Layer::Kind::image, {}, view.outgoingContents(), opacity * outgoing});
   }
   if (view.contents()) layers.push_back({Layer::Kind::image, {}, view.contents(), opacity * view.contentsFade()});
+  if (view.drawable()) layers.push_back({Layer::Kind::drawable, {}, view.drawable(), opacity, view.drawableFrame()});
   for (const auto& subview : view.subviews()) collect(*subview, opacity, layers);
 }
 

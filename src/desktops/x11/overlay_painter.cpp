@@ -40,7 +40,8 @@ OverlayPainter::OverlayPainter(Connection& connection, Render& render, CoveredWi
                                RootBackground& background, std::function<void()> onDamage)
     : render_(render),
       backdrop_(connection, render, windows, background, std::move(onDamage)),
-      images_(connection, render) {}
+      images_(connection, render),
+      drawables_(connection, render) {}
 
 void OverlayPainter::setPicture(OverlayPicture picture, bool isContentChanged) {
   if (picture.desktopBlurs) leaveBlurToDesktop(picture.layers);
@@ -54,9 +55,12 @@ void OverlayPainter::setPicture(OverlayPicture picture, bool isContentChanged) {
 void OverlayPainter::release() {
   backdrop_.update(BackdropUse::none, {}, {});
   backdrop_.releaseUncovered();
-  images_.freeUnused();
-  images_.freeUnused();
+  for (int round = 0; round < 2; ++round) {
+    images_.freeUnused();
+    drawables_.freeUnused();
+  }
   canvas_ = {};
+  smallCanvas_ = {};
   blur_.reset();
   isAllDirty_ = true;
 }
@@ -89,12 +93,18 @@ void OverlayPainter::paint(xcb_render_picture_t target) {
   render_.setClip(target, areas.rects());
   if (drawDirectly(target)) {
     canvas_ = {};
+    smallCanvas_ = {};
+  } else if (isSmooth()) {
+    canvas_ = {};
+    drawSmoothly(target);
   } else {
+    smallCanvas_ = {};
     drawOnCanvas(areas);
-    copy(XCB_RENDER_PICT_OP_SRC, canvas_.picture.get(), 1, target);
+    copy(XCB_RENDER_PICT_OP_SRC, canvas_.picture.get(), 1, target, everything());
   }
   render_.clearClip(target);
   images_.freeUnused();
+  drawables_.freeUnused();
 }
 
 // Most pictures that stay on screen are one request from the final one.
@@ -103,7 +113,7 @@ bool OverlayPainter::drawDirectly(xcb_render_picture_t target) {
   const double alpha = picture_.isComposited ? 1 : picture_.alpha;
   const bool isSingleOpaque = layers.size() == 1 && layers.front().isOpaque() && alpha >= 1;
   if (isSingleOpaque || (picture_.isComposited && layers.size() == 1)) {
-    drawLayer(layers.front(), 1, XCB_RENDER_PICT_OP_SRC, target);
+    drawLayer(layers.front(), 1, XCB_RENDER_PICT_OP_SRC, target, everything());
     return true;
   }
   if (picture_.isComposited && layers.empty()) {
@@ -130,11 +140,33 @@ void OverlayPainter::drawOnCanvas(const PixelRegion& areas) {
     render_.fill(XCB_RENDER_PICT_OP_SRC, canvas, {0, 0, 0, 0}, areas.rects());
   render_.setClip(canvas, areas.rects());
   const double alpha = picture_.isComposited ? 1 : picture_.alpha;
-  for (const auto& layer : picture_.layers) drawLayer(layer, alpha, XCB_RENDER_PICT_OP_OVER, canvas);
+  for (const auto& layer : picture_.layers) drawLayer(layer, alpha, XCB_RENDER_PICT_OP_OVER, canvas, everything());
 }
 
-void OverlayPainter::drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target) {
-  const auto area = everything();
+// Several layers without detail, such as a gradient over a blur.
+bool OverlayPainter::isSmooth() const {
+  return !needs_.isBackdropDrawn && std::ranges::all_of(picture_.layers, &Layer::isSmooth);
+}
+
+// They are put together in as few pixels as the blur has, and stretched over the overlay at once: one pass over the
+// whole display where each layer would need its own.
+void OverlayPainter::drawSmoothly(xcb_render_picture_t target) {
+  constexpr int reduction = 4;  // where nothing is blurred here
+  const auto whole = everything();
+  const PixelRect area{0, 0, blur_ ? blur_->ownWidth() : std::max(1, whole.width / reduction),
+                       blur_ ? blur_->ownHeight() : std::max(1, whole.height / reduction)};
+  if (!smallCanvas_.hasSize(area.width, area.height))
+    smallCanvas_ = render_.makeSurface(SurfaceFormat::argb, area.width, area.height);
+  const auto canvas = smallCanvas_.picture.get();
+  render_.fill(XCB_RENDER_PICT_OP_SRC, canvas, {0, 0, 0, 0}, std::span(&area, 1));
+  for (const auto& layer : picture_.layers) drawLayer(layer, 1, XCB_RENDER_PICT_OP_OVER, canvas, area);
+  render_.stretch(canvas, static_cast<double>(area.width) / whole.width,
+                  static_cast<double>(area.height) / whole.height);
+  copy(XCB_RENDER_PICT_OP_SRC, canvas, 1, target, whole);
+}
+
+void OverlayPainter::drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target,
+                               const PixelRect& area) {
   const double opacity = layer.opacity * alpha;
   switch (layer.kind) {
     case Layer::Kind::color: {
@@ -143,17 +175,19 @@ void OverlayPainter::drawLayer(const Layer& layer, double alpha, std::uint8_t op
       return render_.fill(operation, target, color, std::span(&area, 1));
     }
     case Layer::Kind::image:
-      return copy(operation, images_.picture(layer.image, area.width, area.height), opacity, target);
+      return copy(operation, images_.picture(layer.image, area.width, area.height), opacity, target, area);
+    case Layer::Kind::drawable:
+      return copy(operation, drawables_.picture(layer, everything(), area), opacity, target, area);
     case Layer::Kind::material:
-      if (blur_) copy(operation, blur_->picture(), opacity, target);
+      if (blur_) copy(operation, blur_->picture(area.width, area.height), opacity, target, area);
   }
 }
 
 void OverlayPainter::copy(std::uint8_t operation, xcb_render_picture_t source, double opacity,
-                          xcb_render_picture_t target) {
+                          xcb_render_picture_t target, const PixelRect& area) {
   Picture mask;
   if (opacity < 1) mask = render_.makeSolid({0, 0, 0, opacity});
-  render_.composite(operation, source, mask.get(), target, {0, 0}, everything());
+  render_.composite(operation, source, mask.get(), target, {0, 0}, area);
 }
 
 }  // namespace hushpane::x11

@@ -5,6 +5,7 @@
 
 #include "desktops/x11/backdrop.h"
 #include "desktops/x11/blur.h"
+#include "desktops/x11/drawable_store.h"
 #include "desktops/x11/image_store.h"
 #include "desktops/x11/layers.h"
 #include "desktops/x11/render.h"
@@ -55,12 +56,18 @@ class OverlayPainter {
   bool drawDirectly(xcb_render_picture_t target);
   void prepareCanvas();
   void drawOnCanvas(const PixelRegion& areas);
-  void drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target);
-  void copy(std::uint8_t operation, xcb_render_picture_t source, double opacity, xcb_render_picture_t target);
+  bool isSmooth() const;
+  void drawSmoothly(xcb_render_picture_t target);
+  // Over `area` of the target, which stands for the whole overlay.
+  void drawLayer(const Layer& layer, double alpha, std::uint8_t operation, xcb_render_picture_t target,
+                 const PixelRect& area);
+  void copy(std::uint8_t operation, xcb_render_picture_t source, double opacity, xcb_render_picture_t target,
+            const PixelRect& area);
 
   Render& render_;
   Backdrop backdrop_;
   ImageStore images_;
+  DrawableStore drawables_;
   OverlayPicture picture_;
   DrawingNeeds needs_;
   bool isAllDirty_ = true;
@@ -68,6 +75,7 @@ class OverlayPainter {
   // Where pictures of several steps are drawn; what was drawn in a part of it holds until that part is drawn again.
   Surface canvas_;
   SurfaceFormat canvasFormat_ = SurfaceFormat::opaque;
+  Surface smallCanvas_;  // for pictures without detail
 };
 
 }  // namespace hushpane::x11

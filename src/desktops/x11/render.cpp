@@ -137,19 +137,21 @@ void Render::clearClip(xcb_render_picture_t target) {
 xcb_point_t Render::place(xcb_render_picture_t picture, double scale, xcb_point_t corner) {
   // Servers copy fast only without a transform.
   const bool isPlain = scale == 1;
-  transform(picture, scale, scale, isPlain ? xcb_point_t{} : corner);
+  const auto origin = isPlain ? xcb_point_t{} : corner;
+  stretch(picture, {scale, double(-origin.x)}, {scale, double(-origin.y)});
   return isPlain ? corner : xcb_point_t{};
 }
 
 void Render::stretch(xcb_render_picture_t picture, double horizontalScale, double verticalScale) {
-  transform(picture, horizontalScale, verticalScale, {});
+  stretch(picture, {horizontalScale, 0}, {verticalScale, 0});
 }
 
-void Render::transform(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner) {
+void Render::stretch(xcb_render_picture_t picture, const desktops::DrawableStretch& across,
+                     const desktops::DrawableStretch& down) {
   const xcb_render_transform_t matrix{
-      fixed(horizontalScale), 0, fixed(-corner.x), 0, fixed(verticalScale), fixed(-corner.y), 0, 0, fixed(1)};
+      fixed(across.scale), 0, fixed(across.offset), 0, fixed(down.scale), fixed(down.offset), 0, 0, fixed(1)};
   xcb_render_set_picture_transform(connection_.get(), picture, matrix);
-  const std::string_view filter = horizontalScale == 1 && verticalScale == 1 ? "nearest" : "bilinear";
+  const std::string_view filter = across.scale == 1 && down.scale == 1 ? "nearest" : "bilinear";
   xcb_render_set_picture_filter(connection_.get(), picture, static_cast<std::uint16_t>(filter.size()), filter.data(), 0,
                                 nullptr);
 }

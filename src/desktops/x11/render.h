@@ -6,6 +6,7 @@
 #include <map>
 #include <span>
 
+#include "desktops/shared/drawable_stretch.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/pixel_rect.h"
 #include "desktops/x11/xcb_handle.h"
@@ -58,10 +59,12 @@ class Render {
   xcb_point_t place(xcb_render_picture_t picture, double scale, xcb_point_t corner);
   // The same with its corner at the target's, and a scale for each axis.
   void stretch(xcb_render_picture_t picture, double horizontalScale, double verticalScale);
+  // The same by where each place of the target reads the picture.
+  void stretch(xcb_render_picture_t picture, const desktops::DrawableStretch& across,
+               const desktops::DrawableStretch& down);
 
  private:
   void readFormats();
-  void transform(xcb_render_picture_t picture, double horizontalScale, double verticalScale, xcb_point_t corner);
 
   Connection& connection_;
   std::map<xcb_visualid_t, xcb_render_pictformat_t> formats_;

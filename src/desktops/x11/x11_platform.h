@@ -17,6 +17,7 @@
 #include "desktops/shared/file_bookmarks.h"
 #include "desktops/shared/group_container.h"
 #include "desktops/shared/image_file_loader.h"
+#include "desktops/shared/fluid_gradient_renderer.h"
 #include "desktops/shared/json_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
@@ -77,6 +78,7 @@ class X11Platform : public platform::Platform {
   platform::ImageLoader& imageLoader() override { return imageLoader_; }
   platform::Screens& screens() override { return screens_; }
   platform::Windows& windows() override { return stage_; }
+  platform::GpuDevice* gpuDevice() override { return &gpu_; }
   platform::WindowList& windowList() override { return windowList_; }
   platform::Workspace& workspace() override { return workspace_; }
   platform::EventMonitors& eventMonitors() override { return eventMonitors_; }
@@ -107,6 +109,7 @@ class X11Platform : public platform::Platform {
   platform::UserDefaults* standardDefaults_;
   desktops::PropertyListFiles propertyLists_;
   desktops::JsonText jsonCoder_;
+  desktops::FluidGradientRenderer gpu_;
   desktops::GroupContainer sharedContainer_;
   desktops::FileBookmarks bookmarks_;
   desktops::ResourceBundle bundle_;

@@ -51,6 +51,9 @@ class SimStage : public Stage {
     desktop_->eventMonitors().releaseModifier(modifier);
   }
   void typeKey(std::uint16_t keyCode) override { desktop_->typeKey(keyCode); }
+  bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) override {
+    return desktop_->hotKeys().take(keyCode, modifiers);
+  }
   void moveMouse(double points) override { desktop_->eventMonitors().moveMouse(points); }
 
   void changeSetting(const std::string& key, const platform::Value& value) override {

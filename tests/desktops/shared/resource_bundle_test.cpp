@@ -1,7 +1,8 @@
 #include "desktops/shared/resource_bundle.h"
 
-#include <gdk-pixbuf/gdk-pixbuf.h>
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 #include "support/temporary_folder.h"
 
@@ -10,34 +11,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void writePng(const fs::path& file, int width, int height, guint32 rgba) {
-  auto* pixbuf = gdk_pixbuf_new(GDK_COLORSPACE_RGB, true, 8, width, height);
-  gdk_pixbuf_fill(pixbuf, rgba);
-  ASSERT_TRUE(gdk_pixbuf_save(pixbuf, file.c_str(), "png", nullptr, nullptr));
-  g_object_unref(pixbuf);
-}
-
-TEST(ResourceBundle, GivesPremultipliedPicturesAndKeepsThemOnlyWhileTheyAreHeld) {
+TEST(ResourceBundle, FindsThePicturesOfItsFolderAndNoOthers) {
   const TemporaryFolder folder;
-  writePng(folder / "half.png", 3, 2, 0xFF804080);
-  ResourceBundle bundle(folder.path());
-  auto image = bundle.image("half");
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image->width, 3);
-  EXPECT_EQ(image->height, 2);
-  EXPECT_EQ(image->pixels, std::vector<std::uint32_t>(6, 0x80804020));
-  EXPECT_EQ(bundle.image("half"), image);
-  image.reset();
-  writePng(folder / "half.png", 1, 1, 0xFFFFFFFF);
-  EXPECT_EQ(bundle.image("half")->width, 1) << "read again, for nobody held it";
-}
-
-TEST(ResourceBundle, StaysInItsFolder) {
-  const TemporaryFolder folder;
-  writePng(folder / "outside.png", 1, 1, 0);
-  fs::create_directory(folder / "inside");
-  ResourceBundle bundle(folder / "inside");
-  for (const auto* name : {"../outside", "", "missing", "/etc/passwd"}) EXPECT_EQ(bundle.image(name), nullptr) << name;
+  fs::create_directories(folder / "inside/folder.png");
+  for (const char* name : {"outside.png", "inside/both.png", "inside/both.svg", "inside/drawn.svg", "inside/text.txt"})
+    std::ofstream(folder / name) << "anything";
+  const ResourceBundle bundle(folder / "inside");
+  EXPECT_EQ(bundle.imageURL("both"), folder / "inside/both.png");
+  EXPECT_EQ(bundle.imageURL("drawn"), folder / "inside/drawn.svg");
+  for (const auto* name : {"../outside", "", "missing", "text", "folder", "/etc/passwd"})
+    EXPECT_EQ(bundle.imageURL(name), std::nullopt) << name;
 }
 
 TEST(ResourceFolder, IsNamedOrBesideTheBinaryOrBelowItsPrefix) {

@@ -77,6 +77,16 @@ class X11Stage : public Stage {
     if (keyCode != letterK) throw std::runtime_error("this stage has no name for the key");
     session_.keyboard("key", "k");
   }
+  bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) override {
+    using namespace platform::modifier;
+    constexpr std::uint16_t letterK = 40;
+    constexpr xcb_keycode_t keycodeOfK = 45;
+    if (keyCode != letterK || modifiers != (control | option)) throw std::runtime_error("this stage cannot take that");
+    auto* server = session_.x().get();
+    const auto cookie = xcb_grab_key_checked(server, 1, session_.x().root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1,
+                                             keycodeOfK, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    return !x11_tests::own(xcb_request_check(server, cookie));
+  }
   void moveMouse(double points) override {
     session_.runTool({"xdotool", "mousemove_relative", "--", std::to_string(std::lround(points)), "0"});
   }
