@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "desktops/shared/area_scale.h"
+#include "desktops/shared/pixbuf_file.h"
 #include "support/pictures.h"
 
 namespace hushpane::desktops::tests {
@@ -117,8 +118,30 @@ TEST(ImageFile, IsTurnedUpright) {
     ASSERT_TRUE(small);
     EXPECT_EQ(small->width, isTurned ? 30 : 45);
     EXPECT_EQ(small->height, isTurned ? 45 : 30);
-    const auto tall = loadImageFile(folder / "turned", isTurned ? 79 : 119, 1);
-    EXPECT_EQ(tall->width, isTurned ? 79 : 119) << "what is decoded is large enough on the right side";
+  }
+}
+
+TEST(ImageFile, OfJpegNoMoreThanTwiceWhatIsNeededIsDecoded) {
+  const TemporaryFolder folder;
+  writePicture(folder / "stored", "jpeg", 1200, 804, blue);
+  struct Case {
+    unsigned orientation;
+    PixelSize needed, picture;
+    int decodedWidth, decodedHeight;
+  };
+  for (const auto& [orientation, needed, picture, width, height] :
+       {Case{1, {40, 40}, {1200, 804}, 150, 101}, Case{1, {150, 100}, {1200, 804}, 150, 101},
+        Case{1, {151, 100}, {1200, 804}, 300, 201}, Case{1, {10, 403}, {1200, 804}, 1200, 804},
+        Case{3, {600, 402}, {1200, 804}, 600, 402}, Case{6, {400, 600}, {804, 1200}, 600, 402},
+        Case{6, {400, 601}, {804, 1200}, 1200, 804}, Case{8, {101, 150}, {804, 1200}, 150, 101}}) {
+    writeFile(folder / "turned", withOrientation(contentsOf(folder / "stored"), orientation));
+    const auto decoded = decodePictureFile(folder / "turned", [&, asked = picture](PixelSize size) {
+      EXPECT_EQ(size, asked) << orientation;
+      return needed;
+    });
+    ASSERT_TRUE(decoded.pixels);
+    EXPECT_EQ(gdk_pixbuf_get_width(decoded.pixels.get()), width) << orientation << ' ' << needed.width;
+    EXPECT_EQ(gdk_pixbuf_get_height(decoded.pixels.get()), height) << orientation << ' ' << needed.width;
   }
 }
 
@@ -141,11 +164,14 @@ TEST(ImageFile, AReducedJpegKeepsItsMeans) {
   const TemporaryFolder folder;
   writePicture(folder / "picture", "jpeg", 1000, 700, [](int x, int y) { return pattern(x / 10, y / 10); });
   const auto whole = decodeImageFile(folder / "picture");
-  const auto reduced = scaleImageFile(folder / "picture", 40, 40);
+  int reads = 0;
+  const auto reduced = scaleImageFile(folder / "picture", 40, 41);
   const PixelRows rows{whole->width, whole->height, [&](int row, std::uint32_t* pixels) {
+                         ++reads;
                          std::copy_n(whole->pixels.data() + row * whole->width, whole->width, pixels);
                        }};
-  const auto expected = areaScaled(rows, 40, 40);
+  const auto expected = areaScaled(rows, 40, 41);
+  EXPECT_EQ(reads, whole->height) << "each row is read once";
   for (std::size_t index = 0; index < expected.pixels.size(); ++index)
     ASSERT_LE(differenceOf(reduced->pixels[index], expected.pixels[index]), 4u) << index;
 }
@@ -167,16 +193,26 @@ TEST(ImageFile, ACutFileIsNoPicture) {
   }
 }
 
+enum class Scans { one, progressive, oneForEachChannel };
+
 // A JPEG file of grey, of that size, with so many bytes of pixels.
-std::string greyJpeg(unsigned width, unsigned height, char frame, std::size_t bytes) {
+std::string greyJpeg(unsigned width, unsigned height, Scans scans, std::size_t bytes) {
   const auto segment = [](char code, const std::string& data) {
     return std::string("\xff") + code + bigEndian16(static_cast<unsigned>(data.size() + 2)) + data;
   };
   const std::string oneCode = std::string("\x01", 1) + std::string(16, '\0');
+  const bool isProgressive = scans == Scans::progressive;
+  const char channels = scans == Scans::oneForEachChannel ? 3 : 1;
+  std::string frame = "\x08" + bigEndian16(height) + bigEndian16(width) + channels;
+  std::string pixels;
+  for (char channel = 1; channel <= channels; ++channel) {
+    frame += channel + std::string("\x11\0", 2);
+    const std::string end = isProgressive ? std::string("\0\0\0\0", 4) : std::string("\0\0\x3f\0", 4);
+    pixels += segment('\xda', std::string("\x01") + channel + end) + std::string(bytes, '\0');
+  }
   return "\xff\xd8" + segment('\xdb', std::string(1, '\0') + std::string(64, '\x01')) +
          segment('\xc4', std::string(1, '\0') + oneCode) + segment('\xc4', "\x10" + oneCode) +
-         segment(frame, "\x08" + bigEndian16(height) + bigEndian16(width) + std::string("\x01\x01\x11\0", 4)) +
-         segment('\xda', std::string("\x01\x01\0\0\x3f\0", 6)) + std::string(bytes, '\0') + "\xff\xd9";
+         segment(isProgressive ? '\xc2' : '\xc0', frame) + pixels + "\xff\xd9";
 }
 
 std::string littleEndian(std::initializer_list<std::uint32_t> numbers) {
@@ -198,8 +234,8 @@ std::map<std::string, std::string> hugeFiles(const TemporaryFolder& folder) {
       std::string("II*\0\x08\0\0\0\x04\0", 10) +
       littleEndian({0x00040100, 1, 50'000, 0x00040101, 1, 50'000, 0x00030106, 1, 1, 0x00040111, 1, 8, 0});
   return {{"png", png},
-          {"jpeg", greyJpeg(50'000, 50'000, '\xc0', 100'000)},
-          {"progressive jpeg", greyJpeg(50'000, 50'000, '\xc2', 100'000)},
+          {"jpeg", greyJpeg(50'000, 50'000, Scans::one, 100'000)},
+          {"progressive jpeg", greyJpeg(50'000, 50'000, Scans::progressive, 100'000)},
           {"bmp", "BM" + littleEndian({54, 0, 54, 40, 50'000, 50'000, 24 << 16 | 1, 0, 0, 0, 0, 0, 0}) +
                       std::string(100'000, '\0')},
           {"gif", twoFrames(50'000, 50'000)},
@@ -230,7 +266,7 @@ TEST(ImageFile, WhatClaimsToBeHugeTakesLittleMemoryAndGivesNoPicture) {
 TEST(ImageFile, AHugeJpegIsDecodedSmallUnlessItComesInSeveralScans) {
   const TemporaryFolder folder;
   // Each block of 64 pixels takes two bits.
-  writeFile(folder / "huge", greyJpeg(20'000, 16'000, '\xc0', 20'000 / 8 * 16'000 / 8 / 4));
+  writeFile(folder / "huge", greyJpeg(20'000, 16'000, Scans::one, 20'000 / 8 * 16'000 / 8 / 4));
   std::ofstream("/proc/self/clear_refs") << "5";
   const long before = peakKilobytes();
   const auto image = loadImageFile(folder / "huge", 100, 80);
@@ -238,8 +274,12 @@ TEST(ImageFile, AHugeJpegIsDecodedSmallUnlessItComesInSeveralScans) {
   ASSERT_TRUE(image);
   EXPECT_EQ(image->pixels, std::vector<std::uint32_t>(100 * 80, 0xff808080));
   EXPECT_EQ(decodeImageFile(folder / "huge"), nullptr);
-  writeFile(folder / "huge", greyJpeg(20'000, 16'000, '\xc2', 1000));
-  EXPECT_EQ(loadImageFile(folder / "huge", 100, 80), nullptr);
+  for (const auto scans : {Scans::progressive, Scans::oneForEachChannel}) {
+    writeFile(folder / "scans", greyJpeg(80, 40, scans, 1000));
+    EXPECT_TRUE(loadImageFile(folder / "scans", 100, 80));
+    writeFile(folder / "scans", greyJpeg(10'000, 8'000, scans, 1000));
+    EXPECT_EQ(loadImageFile(folder / "scans", 100, 80), nullptr);
+  }
 }
 
 TEST(ImageFile, WhatIsNoPictureGivesNoneAndNoMessage) {
