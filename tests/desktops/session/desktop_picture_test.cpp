@@ -78,8 +78,10 @@ TEST_F(DesktopPictureInGSettings, IsWhatTheDesktopInForceNames) {
   makeFile("day light.png");
   for (const auto* desktop : {"GNOME", "ubuntu:GNOME", "pop:GNOME", "Budgie:GNOME", "Unity", "somebody:GNOME"})
     EXPECT_EQ(pictureOf(desktop), "day light.png") << desktop;
+  testing::internal::CaptureStderr();
   for (const auto* desktop : {"", ":", "gnome", "XGNOME", "X-Cinnamon", "MATE", "XFCE", "KDE", "sway"})
     EXPECT_EQ(pictureOf(desktop), "") << desktop;
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "a key of another type is not asked";
   unsetenv("XDG_CURRENT_DESKTOP");
   EXPECT_FALSE(desktopPicture(screen));
 }
@@ -111,9 +113,8 @@ std::string xfceMonitor(const std::string& monitor, const std::string& image, co
     return std::string("<property name=\"") + name + "\" type=\"empty\">" + contents + "</property>";
   };
   const auto property = "<property name=\"last-image\" type=\"string\" value=\"" + image + "\"/>";
-  return "<property name=\"monitor" + monitor + "\" type=\"empty\">" +
-         workspace("workspace1", "<property name=\"last-image\" type=\"string\" value=\"/other\"/>") +
-         workspace("workspace0", more + property) + "</property>";
+  return "<property name=\"monitor" + monitor + "\" type=\"empty\">" + workspace("workspace0", more + property) +
+         workspace("workspace1", "<property name=\"last-image\" type=\"string\" value=\"/other\"/>") + "</property>";
 }
 
 TEST_F(DesktopPicture, OfXfceIsThatOfTheScreensFirstWorkspace) {

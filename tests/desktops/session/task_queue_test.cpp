@@ -59,6 +59,8 @@ TEST(SessionTaskQueue, WorksOnOtherThreadsTheUrgentFirstAndKeepsNone) {
   runLoopUntil([&] { return order.size() == 5; });
   EXPECT_EQ(worked.back(), 3);
   runLoopUntil([&] { return threadCount() == before; });
+  tasks.run<int>(TaskPriority::utility, work(4), collect);
+  runLoopUntil([&] { return order.back() == 4; });
 }
 
 TEST(SessionTaskQueue, WaitsForTheWorkThatRuns) {
