@@ -11,10 +11,17 @@ class HotKeys : public Desktop {
     for (const char* key : {"ctrl", "alt"}) keyboard("keyup", key);
   }
 
-  void startInStandard(SettingsValues more = {}) {
+  // Starts the program in standard mode and goes on once it has its keys, which a press of this one shows.
+  void startInStandard(SettingsValues more = {}, const char* key = "s") {
     chooseMode("standard", "dim", std::move(more));
     startHushpane();
+    waitForKeys(key);
   }
+  void waitForKeys(const char* key = "s") {
+    const int before = switches();
+    EXPECT_TRUE(waitUntil([&] { return press(key), switches() > before; }));
+  }
+  int switches() const { return std::stoi(settings().value("hushpane.reviewSwitchCount").value_or("0")); }
   // The key in the place of a letter of the ANSI keyboard, whatever the layout writes on it.
   void press(const char* key) const { keyboard("key", std::string("ctrl+alt+") + key); }
 
@@ -38,9 +45,9 @@ class HotKeys : public Desktop {
 
 TEST_F(HotKeys, SwitchFromAFocusedTerminalThatHearsNothingOfIt) {
   press("a");
-  const std::string before = typedUpTo("before");
-  ASSERT_NE(before, "before\n") << "a terminal hears of keys that are nobody's";
+  ASSERT_NE(typedUpTo("before"), "before\n") << "a terminal hears of keys that are nobody's";
   startInStandard();
+  const std::string before = typedUpTo("start");
   for (const char* lock : {"", "Caps_Lock", "Num_Lock", "Caps_Lock"}) {
     if (*lock) keyboard("key", lock);
     EXPECT_TRUE(allSwitch()) << "after " << lock;
@@ -57,13 +64,14 @@ TEST_F(HotKeys, SwitchFromAFocusedTerminalThatHearsNothingOfIt) {
 TEST_F(HotKeys, HeldKeyThatRepeatsIsOnePress) {
   startInStandard();
   runTool({"xset", "r", "rate", "200", "50"});
+  std::this_thread::sleep_for(300ms);  // what was pressed until now has come
+  const int before = switches();
   for (const char* key : {"ctrl", "alt", "s"}) keyboard("keydown", key);
-  const auto switches = [this] { return settings().value("hushpane.reviewSwitchCount"); };
-  EXPECT_TRUE(waitUntil([&] { return switches() == "1"; }));
-  EXPECT_TRUE(holdsFor(600ms, [&] { return switches() == "1"; }));
+  EXPECT_TRUE(waitUntil([&] { return switches() == before + 1; }));
+  EXPECT_TRUE(holdsFor(600ms, [&] { return switches() == before + 1; }));
   for (const char* key : {"s", "alt", "ctrl"}) keyboard("keyup", key);
   press("s");
-  EXPECT_TRUE(waitUntil([&] { return switches() == "2"; }));
+  EXPECT_TRUE(waitUntil([&] { return switches() == before + 2; }));
 }
 
 TEST_F(HotKeys, CombinationOfAnotherProgramStaysItsOwn) {
@@ -84,6 +92,7 @@ TEST_F(HotKeys, CombinationOfAnotherProgramStaysItsOwn) {
   xcb_ungrab_key(other.get(), letterF, other.root(), XCB_MOD_MASK_ANY);
   other.sync();
   startHushpane();
+  waitForKeys();
   EXPECT_TRUE(allSwitch());
 }
 
@@ -119,8 +128,10 @@ TEST_F(HotKeys, EditedShortcutsHoldFromTheNextStart) {
   startInStandard({{"hushpane.shortcuts.v3",
                     "<data>W3siYWN0aW9uIjoidG9nZ2xlRm9jdXMiLCJlbmFibGVkIjp0cnVlLCJrZXlDb2RlIjo1LCJtb2RpZmllcnNSYXciOjEz"
                     "MTA3MjB9LHsiYWN0aW9uIjoic2V0U3RhbmRhcmQiLCJlbmFibGVkIjpmYWxzZSwia2V5Q29kZSI6MSwibW9kaWZpZXJzUmF3"
-                    "Ijo3ODY0MzJ9XQ==</data>"}});
+                    "Ijo3ODY0MzJ9XQ==</data>"}},
+                  "a");
   press("f");
+  EXPECT_TRUE(holdsFor(300ms, [this] { return sharedFile().value("hushpane.userMode") == "cleanDesktop"; }));
   keyboard("key", "ctrl+super+g");
   EXPECT_TRUE(entersMode("focus"));
   press("s");
