@@ -95,7 +95,7 @@ int main() {
                                           {"hue", [file] { findHue(file); }},
                                           {"wallpaper", [file] { loadWallpaper(file); }}};
   for (const auto& [name, work] : works)
-    benchmark::RegisterBenchmark(name.c_str(), [work](benchmark::State& state) {
+    benchmark::RegisterBenchmark(name.c_str(), [work = work](benchmark::State& state) {
       for (auto _ : state) work();
     });
   auto times = runBenchmarks(TimeOf::processor);

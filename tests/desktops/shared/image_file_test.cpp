@@ -135,9 +135,9 @@ TEST(ImageFile, OfJpegNoMoreThanTwiceWhatIsNeededIsDecoded) {
         Case{3, {600, 402}, {1200, 804}, 600, 402}, Case{6, {400, 600}, {804, 1200}, 600, 402},
         Case{6, {400, 601}, {804, 1200}, 1200, 804}, Case{8, {101, 150}, {804, 1200}, 150, 101}}) {
     writeFile(folder / "turned", withOrientation(contentsOf(folder / "stored"), orientation));
-    const auto decoded = decodePictureFile(folder / "turned", [&, asked = picture](PixelSize size) {
-      EXPECT_EQ(size, asked) << orientation;
-      return needed;
+    const auto decoded = decodePictureFile(folder / "turned", [asked = picture, answer = needed](PixelSize size) {
+      EXPECT_EQ(size, asked);
+      return answer;
     });
     ASSERT_TRUE(decoded.pixels);
     EXPECT_EQ(gdk_pixbuf_get_width(decoded.pixels.get()), width) << orientation << ' ' << needed.width;
