@@ -11,7 +11,7 @@
 #include "bench/desk.h"
 #include "bench/figure.h"
 #include "bench/process_usage.h"
-#include "desktops/x11/dbus_session.h"
+#include "desktops/session/dbus_session.h"
 
 namespace {
 
@@ -29,8 +29,8 @@ constexpr std::array modes{"cleanDesktop", "focus", "standard"};
 void openUrl(Gio::DBus::Connection& bus, const std::string& url) {
   const auto urls = Glib::Variant<std::vector<Glib::ustring>>::create({url});
   const auto data = Glib::Variant<std::map<Glib::ustring, Glib::VariantBase>>::create({});
-  bus.call_sync(x11::dbusName::path, "org.freedesktop.Application", "Open",
-                Glib::VariantContainerBase::create_tuple({urls, data}), x11::dbusName::bus);
+  bus.call_sync(session::dbusName::path, "org.freedesktop.Application", "Open",
+                Glib::VariantContainerBase::create_tuple({urls, data}), session::dbusName::bus);
 }
 
 void switchModes(Gio::DBus::Connection& bus, int count) {

@@ -2,6 +2,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace hushpane {
 
@@ -19,7 +20,9 @@ constexpr std::string_view modifiersMember = "modifiersRaw";
 constexpr std::uint64_t controlOption = platform::modifier::control | platform::modifier::option;
 
 Json encode(const HushpaneShortcut& shortcut) {
-  const auto member = [](std::string_view name, Json value) { return std::pair(std::string(name), std::move(value)); };
+  const auto member = [](std::string_view name, Json value) {
+    return platform::JsonMember{std::string(name), std::move(value)};
+  };
   return {JsonObject{
       member(actionMember, {std::string(rawValue(shortcut.action))}), member(enabledMember, {shortcut.enabled}),
       member(keyCodeMember, {std::uint64_t{shortcut.keyCode}}), member(modifiersMember, {shortcut.modifiersRaw})}};
@@ -28,7 +31,7 @@ Json encode(const HushpaneShortcut& shortcut) {
 template <class Type>
 const Type* member(const JsonObject& object, std::string_view name) {
   for (auto entry = object.rbegin(); entry != object.rend(); ++entry)
-    if (entry->first == name) return std::get_if<Type>(&entry->second.storage);
+    if (entry->name == name) return std::get_if<Type>(&entry->value.storage);
   return nullptr;
 }
 

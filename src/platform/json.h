@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -12,17 +11,25 @@
 namespace hushpane::platform {
 
 struct Json;
+struct JsonMember;
 
 using JsonArray = std::vector<Json>;
 // Members in the order of the text; of members with the same name the last one counts.
-using JsonObject = std::vector<std::pair<std::string, Json>>;
+using JsonObject = std::vector<JsonMember>;
 
 // A JSON value (RFC 8259). A number without fraction and exponent is an integer where one of the two types can hold it,
 // unsigned unless it is negative; every other number is a double.
 struct Json {
   std::variant<std::nullptr_t, bool, std::uint64_t, std::int64_t, double, std::string, JsonArray, JsonObject> storage;
 
-  bool operator==(const Json&) const = default;
+  bool operator==(const Json&) const;
+};
+
+struct JsonMember {
+  std::string name;
+  Json value;
+
+  bool operator==(const JsonMember&) const;
 };
 
 // Reads and writes JSON texts.

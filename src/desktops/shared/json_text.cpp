@@ -31,7 +31,7 @@ class Builder : public nlohmann::json_sax<ordered_json> {
   bool end_array() override { return close(); }
   bool end_object() override { return close(); }
   bool key(std::string& name) override {
-    std::get<JsonObject>(open_.back().storage).emplace_back(std::move(name), Json{});
+    std::get<JsonObject>(open_.back().storage).push_back({std::move(name), {}});
     return true;
   }
   bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override { return false; }
@@ -53,7 +53,7 @@ class Builder : public nlohmann::json_sax<ordered_json> {
     else if (auto* array = std::get_if<JsonArray>(&open_.back().storage))
       array->push_back(std::move(value));
     else
-      std::get<JsonObject>(open_.back().storage).back().second = std::move(value);
+      std::get<JsonObject>(open_.back().storage).back().value = std::move(value);
     return true;
   }
 

@@ -88,6 +88,9 @@ struct Wake {};
 struct SwitchSpace {
   int space;
 };
+struct PickWallpaper {
+  std::optional<std::string> file;  // nothing: none is picked any more
+};
 struct SetDesktopPicture {
   std::optional<std::string> file;  // beside the scenario; nothing: the desktop draws its own
 };
@@ -140,9 +143,10 @@ using Command =
                  command::ActivateNone, command::PressModifier, command::ReleaseModifier, command::TypeKey,
                  command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
                  command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
-                 command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::AskByWidget,
-                 command::Shot, command::ExpectPixel, command::ExpectShown, command::ExpectLevel, command::ExpectAlpha,
-                 command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
+                 command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::PickWallpaper,
+                 command::AskByWidget, command::Shot, command::ExpectPixel, command::ExpectShown, command::ExpectLevel,
+                 command::ExpectAlpha, command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting,
+                 command::ExpectShared>;
 
 struct ScenarioLine {
   int number = 0;  // from 1

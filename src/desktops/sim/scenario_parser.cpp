@@ -147,6 +147,11 @@ Command readSet(ScenarioReader& reader) {
   return SetSetting{key, reader.value()};
 }
 
+Command readWallpaper(ScenarioReader& reader) {
+  if (reader.accept("none")) return PickWallpaper{};
+  return PickWallpaper{reader.word("a file")};
+}
+
 Command readDesktopPicture(ScenarioReader& reader) {
   if (reader.accept("none")) return SetDesktopPicture{};
   return SetDesktopPicture{reader.word("a file")};
@@ -199,7 +204,7 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 17> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 18> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
@@ -214,6 +219,7 @@ constexpr std::array<std::pair<std::string_view, Read>, 17> commands{{
     {"wake", [](ScenarioReader&) -> Command { return Wake{}; }},
     {"space", [](ScenarioReader& reader) -> Command { return SwitchSpace{reader.integer("space", 0, highestSpace)}; }},
     {"desktop-picture", readDesktopPicture},
+    {"wallpaper", readWallpaper},
     {"widget", [](ScenarioReader& reader) -> Command { return AskByWidget{reader.word("a mode")}; }},
     {"shot", readShot},
     {"expect", readExpect},

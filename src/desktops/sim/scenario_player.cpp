@@ -9,9 +9,10 @@ namespace hushpane::sim {
 
 namespace {
 
-// What the program and its widget share.
+// Where the program stores the picture that the user picked, and what it shares with its widget.
 constexpr std::string_view applicationGroup = "group.com.corvane.Hushpane";
 constexpr std::string_view sharedFileName = "hushpane-shared.plist";
+constexpr std::string_view wallpaperKey = "hushpane.customWallpaperBookmarkData";
 constexpr std::string_view modeKey = "hushpane.userMode";
 constexpr std::string_view modeChange = "com.corvane.Hushpane.widgetModeChange";
 
@@ -233,6 +234,17 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::SetDesktopPicture& com
   if (!command.file) return {};
   desktop_.workspace().setDesktopImage(sources_ / *command.file);
   if (!desktop_.workspace().desktopImage()) return badLine("there is no picture '" + *command.file + "'");
+  return {};
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::PickWallpaper& command) {
+  if (!command.file) {
+    desktop_.userDefaults().remove(wallpaperKey);
+    return {};
+  }
+  const auto bookmark = desktop_.bookmarks().create(sources_ / *command.file);
+  if (!bookmark) return badLine("there is no file '" + *command.file + "'");
+  desktop_.userDefaults().set(wallpaperKey, *bookmark);
   return {};
 }
 

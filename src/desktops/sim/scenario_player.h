@@ -63,6 +63,7 @@ class ScenarioPlayer {
   Result run(const command::Wake& command);
   Result run(const command::SwitchSpace& command);
   Result run(const command::SetDesktopPicture& command);
+  Result run(const command::PickWallpaper& command);
   Result run(const command::AskByWidget& command);
   Result run(const command::Shot& command);
   Result run(const command::ExpectPixel& command);

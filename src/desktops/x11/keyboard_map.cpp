@@ -69,7 +69,7 @@ void KeyboardMap::handle(const xcb_generic_event_t& event) {
   changed_.forEach([](const auto& handler) { handler(); });
 }
 
-const KeyboardMap::Facts& KeyboardMap::facts() {
+const KeyFacts& KeyboardMap::facts() {
   if (facts_) return *facts_;
   auto* server = connection_.get();
   const auto* setup = xcb_get_setup(server);

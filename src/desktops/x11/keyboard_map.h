@@ -11,6 +11,12 @@
 
 namespace hushpane::x11 {
 
+struct KeyFacts {
+  std::vector<std::optional<std::uint16_t>> virtualKeyCodes;  // by keycode
+  std::bitset<256> modifierKeys;
+  std::uint16_t numLock = 0;  // its bit of a core event's state
+};
+
 // What the server's keyboard map says of its keys: which place on the ANSI keyboard each has, which ones only modify
 // others, and which modifier is Num Lock. It is read on first use after each change, in one round trip, else never.
 class KeyboardMap {
@@ -29,18 +35,12 @@ class KeyboardMap {
   platform::Token onChange(std::function<void()> handler) { return changed_.add(std::move(handler)); }
 
  private:
-  struct Facts {
-    std::vector<std::optional<std::uint16_t>> virtualKeyCodes;  // by keycode
-    std::bitset<256> modifierKeys;
-    std::uint16_t numLock = 0;
-  };
-
   void handle(const xcb_generic_event_t& event);
-  const Facts& facts();
+  const KeyFacts& facts();
 
   Connection& connection_;
   std::optional<ExtensionInfo> xkb_;
-  std::optional<Facts> facts_;
+  std::optional<KeyFacts> facts_;
   platform::HandlerList<void()> changed_;
   platform::Token events_;
 };

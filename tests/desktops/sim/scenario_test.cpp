@@ -227,6 +227,7 @@ TEST_F(PlayScenarioTest, WhatIsNotThereIsABadLine) {
       {"screen 4 remove", "1: there is no screen 4\n"},
       {"shot name 4", "1: there is no screen 4\n"},
       {"expect pixel 9999 0 000000", "1: there is no screen at that point\n"},
+      {"wallpaper missing.png", "1: there is no file 'missing.png'\n"},
       {"desktop-picture test.scenario", "1: there is no picture 'test.scenario'\n"},
       {"quit", "1: the program is not running\n"},
       {"launch\nlaunch", "2: the program is running already\n"},
