@@ -113,17 +113,19 @@ void measureCrossFade(BenchPlatform& platform) {
     gaps.push_back(std::chrono::duration<double>(now - last).count());
     last = now;
   }
-  const double longest = *std::max_element(gaps.begin() + 1, gaps.end());
-  const double possible = crossFade.duration / frame;
-  print({"cross-fade of two pictures, 1920x1080: frames", text(static_cast<double>(gaps.size()), "", 0),
-         "what 60 Hz has in 0.45 s: " + text(possible, "", 0), static_cast<double>(gaps.size()) / possible, "about 1",
-         static_cast<double>(gaps.size()) >= possible - 1.5});
-  print({"cross-fade: longest gap between two frames",
-         text(longest * 1e3, "ms"),
+  const double first = gaps.front(), longest = *std::max_element(gaps.begin() + 1, gaps.end());
+  const double possible = (crossFade.duration - first) / frame;
+  const auto rest = static_cast<double>(gaps.size() - 1);
+  print({"cross-fade of two pictures, 1920x1080: first frame",
+         text(first * 1e3, "ms"),
          "a frame of 1/60 s",
-         longest / frame,
+         first / frame,
          {},
          {}});
+  print({"cross-fade: frames after the first", text(rest, "", 0), "what 60 Hz has: " + text(possible, ""),
+         rest / possible, "above 0.95", rest / possible > 0.95});
+  print({"cross-fade: longest gap between two frames", text(longest * 1e3, "ms"), "a frame of 1/60 s", longest / frame,
+         "under 2", longest / frame < 2});
   print({"cross-fade: processor time",
          text((cpuSeconds() - cpu) * 1e3, "ms", 0),
          "its 0.45 s",
