@@ -1,10 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
-#include <optional>
-#include <string_view>
 #include <vector>
 
 namespace hushpane::platform {
@@ -17,14 +14,5 @@ struct Image {
 };
 
 using ImagePtr = std::shared_ptr<const Image>;
-
-// The resources that come with the program.
-class Bundle {
- public:
-  virtual ~Bundle() = default;
-
-  // The file of the picture of that name; nothing when it is missing.
-  virtual std::optional<std::filesystem::path> imageURL(std::string_view name) const = 0;
-};
 
 }  // namespace hushpane::platform

@@ -10,6 +10,7 @@
 
 #include "platform/application.h"
 #include "platform/bookmarks.h"
+#include "platform/bundle.h"
 #include "platform/event_monitors.h"
 #include "platform/gpu_device.h"
 #include "platform/hot_keys.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/image.h"
+#include "platform/bundle.h"
 
 namespace hushpane::desktops {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "desktops/shared/resource_bundle.h"
-#include "platform/image.h"
+#include "platform/bundle.h"
 
 namespace hushpane::sim {
 
