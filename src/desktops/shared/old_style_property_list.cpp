@@ -91,8 +91,11 @@ class Reader {
     }
   }
 
+  void countValue() { require(++values_ <= propertyListLimit::values); }
+
   Value value(std::size_t depth) {
-    require(++values_ <= propertyListLimit::values && depth < propertyListLimit::nesting);
+    countValue();
+    require(depth < propertyListLimit::nesting);
     skipSpace();
     if (skip("{")) return entries(depth + 1, EntriesEnd::brace);
     if (skip("(")) return array(depth + 1);
@@ -111,6 +114,7 @@ class Reader {
         skipSpace();
       } else {
         require(end == EntriesEnd::endOfText);
+        countValue();
         result.insert_or_assign(key, Value(key));
       }
       require(skip(";"));

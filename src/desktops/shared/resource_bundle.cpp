@@ -1,10 +1,12 @@
 #include "desktops/shared/resource_bundle.h"
 
 #include <cstdlib>
+#include <memory>
 #include <string>
 #include <utility>
 
 #include "desktops/shared/files.h"
+#include "desktops/shared/strings_table.h"
 
 namespace hushpane::desktops {
 
@@ -27,8 +29,17 @@ std::optional<std::filesystem::path> ResourceBundle::imageURL(std::string_view n
   if (!isPlainFileName(name)) return std::nullopt;
   std::error_code error;
   for (const char* extension : {".png", ".svg"})
-    if (auto file = folder_ / (std::string(name) + extension); std::filesystem::is_regular_file(file, error)) return file;
+    if (auto file = folder_ / (std::string(name) + extension); std::filesystem::is_regular_file(file, error))
+      return file;
   return std::nullopt;
+}
+
+platform::LocalizedStringsPtr ResourceBundle::localizedStrings(std::string_view code) const {
+  if (!isPlainFileName(code)) return nullptr;
+  const auto folder = folder_ / (std::string(code) + ".lproj");
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) return nullptr;
+  return std::make_shared<platform::LocalizedStrings>(readStringsTable(folder / "Localizable.strings"));
 }
 
 }  // namespace hushpane::desktops

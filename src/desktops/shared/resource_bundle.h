@@ -14,12 +14,13 @@ std::filesystem::path resourceFolder();
 // The same for a binary elsewhere.
 std::filesystem::path resourceFolder(const std::filesystem::path& binary);
 
-// The resources in a folder; pictures are NAME.png, else NAME.svg.
+// The resources in a folder; pictures are NAME.png, else NAME.svg; texts are CODE.lproj/Localizable.strings.
 class ResourceBundle : public platform::Bundle {
  public:
   explicit ResourceBundle(std::filesystem::path folder);
 
   std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
+  platform::LocalizedStringsPtr localizedStrings(std::string_view code) const override;
 
  private:
   std::filesystem::path folder_;

@@ -15,6 +15,10 @@ class SimBundle : public platform::Bundle {
 
   std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
 
+  platform::LocalizedStringsPtr localizedStrings(std::string_view code) const override {
+    return resources_.localizedStrings(code);
+  }
+
   // From here on the resource is in this file, or is missing.
   void setImageURL(std::string name, std::optional<std::filesystem::path> url) {
     replaced_[std::move(name)] = std::move(url);
