@@ -17,6 +17,7 @@
 #include "platform/image.h"
 #include "platform/image_loader.h"
 #include "platform/json.h"
+#include "platform/locale.h"
 #include "platform/main_queue.h"
 #include "platform/notification_center.h"
 #include "platform/property_list.h"
@@ -55,6 +56,7 @@ class Platform {
   virtual SharedContainer& sharedContainer() = 0;
   virtual Bookmarks& bookmarks() = 0;
   virtual Bundle& bundle() = 0;
+  virtual Locale& locale() = 0;
   virtual ImageLoader& imageLoader() = 0;
   virtual Screens& screens() = 0;
   virtual Windows& windows() = 0;

@@ -14,6 +14,7 @@
 #include "desktops/sim/sim_frame_clock.h"
 #include "desktops/sim/sim_hot_keys.h"
 #include "desktops/sim/sim_image_loader.h"
+#include "desktops/sim/sim_locale.h"
 #include "desktops/sim/sim_main_queue.h"
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_screens.h"
@@ -52,6 +53,7 @@ class SimPlatform : public platform::Platform {
   SimSharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   SimBundle& bundle() override { return bundle_; }
+  SimLocale& locale() override { return locale_; }
   SimImageLoader& imageLoader() override { return imageLoader_; }
   SimScreens& screens() override { return screens_; }
   SimWindowServer& windows() override { return windows_; }
@@ -118,6 +120,7 @@ class SimPlatform : public platform::Platform {
   desktops::PropertyListFiles propertyLists_;
   desktops::FileBookmarks bookmarks_;
   SimBundle bundle_;
+  SimLocale locale_;
   SimImageLoader imageLoader_;
   SimTaskQueue taskQueue_{queue_};
 };

@@ -15,10 +15,11 @@
 #include "desktops/session/wake_watch.h"
 #include "desktops/shared/defaults_folder.h"
 #include "desktops/shared/file_bookmarks.h"
+#include "desktops/shared/fluid_gradient_renderer.h"
 #include "desktops/shared/group_container.h"
 #include "desktops/shared/image_file_loader.h"
-#include "desktops/shared/fluid_gradient_renderer.h"
 #include "desktops/shared/json_text.h"
+#include "desktops/shared/locale_environment.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/x11/compositor_watch.h"
@@ -75,6 +76,7 @@ class X11Platform : public platform::Platform {
   platform::SharedContainer& sharedContainer() override { return sharedContainer_; }
   platform::Bookmarks& bookmarks() override { return bookmarks_; }
   platform::Bundle& bundle() override { return bundle_; }
+  platform::Locale& locale() override { return locale_; }
   platform::ImageLoader& imageLoader() override { return imageLoader_; }
   platform::Screens& screens() override { return screens_; }
   platform::Windows& windows() override { return stage_; }
@@ -113,6 +115,7 @@ class X11Platform : public platform::Platform {
   desktops::GroupContainer sharedContainer_;
   desktops::FileBookmarks bookmarks_;
   desktops::ResourceBundle bundle_;
+  desktops::LocaleEnvironment locale_;
   desktops::ImageFileLoader imageLoader_;
   Screens screens_;
   WindowTree tree_;
