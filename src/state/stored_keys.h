@@ -25,8 +25,12 @@ inline constexpr std::string_view firstUseDate = "hushpane.firstUseDate";
 inline constexpr std::string_view lastReviewPromptDate = "hushpane.lastReviewPromptDate";
 inline constexpr std::string_view shortcuts = "hushpane.shortcuts.v3";
 inline constexpr std::string_view hasSeenWelcome = "hasSeenWelcome";
+// The languages that the desktop's own libraries are to start in.
+inline constexpr std::string_view appleLanguages = "AppleLanguages";
 
 // Shared with the widget.
 inline constexpr std::string_view userMode = "hushpane.userMode";
+// Also in the standard defaults: the choice there, the language in use here.
+inline constexpr std::string_view language = "hushpane.language";
 
 }  // namespace hushpane::storedKeys

@@ -1,0 +1,168 @@
+#include "localization/language_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "desktops/sim/sim_platform.h"
+#include "support/temporary_folder.h"
+
+namespace hushpane::tests {
+namespace {
+
+// The program's languages on a simulated desktop, with resources of the test's own.
+class LanguageManagerTest : public testing::Test {
+ protected:
+  sim::Storage storage;
+  TemporaryFolder resources;
+  std::unique_ptr<sim::SimPlatform> desktop;
+
+  void SetUp() override { launch({"en"}); }
+
+  // A new process, of a user who prefers these languages.
+  void launch(std::vector<std::string> preferred) {
+    desktop.reset();
+    desktop =
+        std::make_unique<sim::SimPlatform>(storage, std::vector{sim::SimPlatform::defaultScreen}, resources.path());
+    desktop->locale().setPreferredLanguages(std::move(preferred));
+  }
+  void launchWithSelection(std::vector<std::string> preferred, platform::Value selection) {
+    storage.standardDefaults.insert_or_assign("hushpane.language", std::move(selection));
+    launch(std::move(preferred));
+  }
+
+  void writeStrings(const std::string& code, const std::string& text) {
+    std::filesystem::create_directories(resources / (code + ".lproj"));
+    writeFile(resources / (code + ".lproj/Localizable.strings"), text);
+  }
+  // Texts that tell their language.
+  void writeTexts(const std::string& code) { writeStrings(code, "\"Mode\" = \"Mode in " + code + "\";"); }
+
+  LanguageManager& languages() { return LanguageManager::shared(); }
+  std::string text() { return languages().localizedString("Mode"); }
+  std::string resolved(std::vector<std::string> preferred) {
+    desktop->locale().setPreferredLanguages(std::move(preferred));
+    return languages().resolve("system");
+  }
+  std::string published() { return WidgetBridge::shared().sharedString("hushpane.language").value_or("absent"); }
+};
+
+TEST_F(LanguageManagerTest, TheSystemsChoiceIsTheFirstPreferredLanguageThatIsSupported) {
+  EXPECT_EQ(resolved({"fr-CA", "en-US"}), "fr");
+  EXPECT_EQ(resolved({"pt-BR", "en"}), "pt-BR");
+  EXPECT_EQ(resolved({"es-419"}), "es-419");
+  EXPECT_EQ(resolved({"es-MX"}), "es");
+  EXPECT_EQ(resolved({"zh-Hans-CN"}), "en") << "its prefix zh is no supported code";
+  EXPECT_EQ(resolved({"zh-Hans-CN", "xx", "pt", "DE", "ja-JP", "de"}), "ja");
+  EXPECT_EQ(resolved({}), "en");
+  EXPECT_EQ(resolved({"", "-", "-de"}), "en");
+  EXPECT_EQ(languages().resolve("xx-YY"), "xx-YY") << "a choice is taken as it is";
+}
+
+TEST_F(LanguageManagerTest, AFirstLaunchFollowsTheSystem) {
+  writeTexts("fr");
+  launch({"fr-CA", "en-US"});
+  EXPECT_EQ(languages().selection(), "system");
+  EXPECT_EQ(languages().resolvedCode(), "fr");
+  EXPECT_EQ(text(), "Mode in fr");
+  EXPECT_EQ(published(), "fr");
+  EXPECT_TRUE(storage.standardDefaults.empty());
+  EXPECT_EQ(desktop->widgetCenter().reloadCount(), 0u);
+}
+
+TEST_F(LanguageManagerTest, AChoiceTakesEffectAtOnceAndLasts) {
+  writeTexts("de");
+  writeTexts("ja");
+  launch({"de"});
+  EXPECT_EQ(text(), "Mode in de");
+  languages().select("ja");
+  EXPECT_EQ(languages().selection(), "ja");
+  EXPECT_EQ(languages().resolvedCode(), "ja");
+  EXPECT_EQ(text(), "Mode in ja");
+  EXPECT_EQ(published(), "ja");
+  EXPECT_EQ(desktop->widgetCenter().reloadCount(), 1u);
+  EXPECT_EQ(storage.standardDefaults,
+            (platform::Dictionary{{"hushpane.language", "ja"}, {"AppleLanguages", platform::Array{"ja"}}}));
+
+  launch({"de"});
+  EXPECT_EQ(languages().selection(), "ja");
+  EXPECT_EQ(text(), "Mode in ja");
+
+  languages().select("system");
+  EXPECT_EQ(languages().resolvedCode(), "de");
+  EXPECT_EQ(text(), "Mode in de");
+  EXPECT_EQ(published(), "de");
+  EXPECT_EQ(storage.standardDefaults, (platform::Dictionary{{"hushpane.language", "system"}}));
+}
+
+TEST_F(LanguageManagerTest, TheChoiceInForceCanBeChosenAgainWithoutEffect) {
+  languages().select("ja");
+  const auto defaults = std::exchange(storage.standardDefaults, {});
+  int announcements = 0;
+  const auto token = languages().observe([&] { ++announcements; });
+  languages().select("ja");
+  EXPECT_EQ(announcements, 0);
+  EXPECT_EQ(desktop->widgetCenter().reloadCount(), 1u);
+  EXPECT_TRUE(storage.standardDefaults.empty());
+}
+
+TEST_F(LanguageManagerTest, AnnouncesOnceAllIsNew) {
+  writeTexts("ja");
+  std::vector<std::string> seen;
+  const auto token = languages().observe([&] { seen.push_back(languages().selection() + ": " + text()); });
+  languages().select("ja");
+  EXPECT_EQ(seen, (std::vector<std::string>{"system: Mode", "ja: Mode", "ja: Mode in ja"}));
+}
+
+TEST_F(LanguageManagerTest, AnUnknownChoiceStaysInForceAndTheTextsAreTheSystems) {
+  writeTexts("de");
+  writeTexts("en");
+  launchWithSelection({"sv", "de-AT", "en"}, "xx");
+  EXPECT_EQ(languages().resolvedCode(), "xx");
+  EXPECT_EQ(languages().localizedBundle(), nullptr);
+  EXPECT_EQ(text(), "Mode in de");
+  EXPECT_EQ(published(), "xx");
+  launch({"sv"});
+  EXPECT_EQ(text(), "Mode in en");
+  for (const auto* outside : {"../de", "", ".", "de.lproj/../de"}) {
+    launchWithSelection({"sv"}, outside);
+    EXPECT_EQ(languages().resolvedCode(), outside);
+    EXPECT_EQ(languages().localizedBundle(), nullptr) << outside;
+  }
+  launchWithSelection({"de"}, 3);
+  EXPECT_EQ(languages().selection(), "system") << "no text";
+}
+
+TEST_F(LanguageManagerTest, ATextThatALanguageLacksIsTheSystemsOrTheKey) {
+  writeTexts("de");
+  writeStrings("ja", "\"Focus\" = \"集中\";");
+  launchWithSelection({"de"}, "ja");
+  EXPECT_EQ(languages().localizedString("Focus"), "集中");
+  EXPECT_EQ(text(), "Mode in de");
+  EXPECT_EQ(languages().localizedString("Hold %@ to Reveal"), "Hold %@ to Reveal");
+  EXPECT_EQ(languages().localizedString("Hold %@ to Reveal", {"Alt"}), "Hold Alt to Reveal");
+}
+
+TEST_F(LanguageManagerTest, WithoutAnyFolderTheKeysAreTheTexts) {
+  EXPECT_EQ(text(), "Mode");
+  languages().select("ja");
+  EXPECT_EQ(text(), "Mode");
+}
+
+TEST_F(LanguageManagerTest, AFolderWithBrokenTextsCountsAsEmpty) {
+  writeTexts("en");
+  writeStrings("ja", "\"Mode\" = \"集中\"");
+  launchWithSelection({"en"}, "ja");
+  ASSERT_TRUE(languages().localizedBundle());
+  EXPECT_EQ(text(), "Mode in en");
+}
+
+TEST_F(LanguageManagerTest, ArgumentsGoIntoTheTranslatedText) {
+  writeStrings("de", "\"%@ of %lld\" = \"von %2$lld: %1$@\";");
+  launch({"de"});
+  EXPECT_EQ(languages().localizedString("%@ of %lld", {"Display", 2}), "von 2: Display");
+  EXPECT_EQ(languages().localizedString("%@ of %lld", {}), "von : ");
+}
+
+}  // namespace
+}  // namespace hushpane::tests
