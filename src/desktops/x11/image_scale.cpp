@@ -51,12 +51,27 @@ std::uint32_t packed(const Channels& sum) {
   return pixel;
 }
 
+// The middle of an image that has the right scale already.
+void cut(const platform::Image& image, int width, int height, std::vector<std::uint32_t>& result) {
+  const auto left = static_cast<std::size_t>((image.width - width) / 2);
+  const auto top = static_cast<std::size_t>((image.height - height) / 2);
+  const auto columns = static_cast<std::size_t>(width);
+  for (std::size_t row = 0; row < static_cast<std::size_t>(height); ++row) {
+    const auto* source = image.pixels.data() + (top + row) * static_cast<std::size_t>(image.width) + left;
+    std::copy(source, source + columns, result.data() + row * columns);
+  }
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> aspectFilled(const platform::Image& image, int width, int height) {
   std::vector<std::uint32_t> result(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   if (image.width <= 0 || image.height <= 0 || result.empty()) return result;
   const double scale = std::min(static_cast<double>(image.width) / width, static_cast<double>(image.height) / height);
+  if (scale == 1) {
+    cut(image, width, height, result);
+    return result;
+  }
   const double usedWidth = width * scale;
   const double usedHeight = height * scale;
   const auto columns = tapsOf(width, (image.width - usedWidth) / 2, usedWidth, image.width);
