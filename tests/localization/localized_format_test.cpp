@@ -46,6 +46,15 @@ TEST(LocalizedFormat, ArgumentsAndPlacesNeedNotMatch) {
   for (const auto& [format, expected] : cases) EXPECT_EQ(formatLocalized(format, arguments), expected) << format;
 }
 
+TEST(LocalizedFormat, APlaceThatIsCutShortStays) {
+  constexpr std::string_view place = "%1$lld";
+  for (std::size_t size = 0; size < place.size(); ++size) {
+    const std::vector<char> cut(place.begin(), place.begin() + size);  // nothing may be read beyond it
+    EXPECT_EQ(formatLocalized({cut.data(), size}, Arguments{7}), place.substr(0, size));
+  }
+  EXPECT_EQ(formatLocalized(place, Arguments{7}), "7");
+}
+
 TEST(LocalizedFormat, StaysBoundedForAnyFormat) {
   std::mt19937 random(7);
   const Arguments arguments{std::string("text"), std::int64_t{-1}};
