@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "desktops/shared/debug_log.h"
+#include "desktops/x11/modifier_bits.h"
 #include "desktops/x11/xcb_handle.h"
 #include "desktops/x11/xkb.h"
 
@@ -13,17 +14,14 @@ namespace hushpane::x11 {
 
 namespace {
 
-constexpr std::uint16_t ownModifiers = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
-
 std::uint16_t protocolModifiers(platform::ModifierFlags flags) {
-  using namespace platform::modifier;
   std::uint16_t modifiers = 0;
-  if (flags & shift) modifiers |= XCB_MOD_MASK_SHIFT;
-  if (flags & control) modifiers |= XCB_MOD_MASK_CONTROL;
-  if (flags & option) modifiers |= XCB_MOD_MASK_1;
-  if (flags & command) modifiers |= XCB_MOD_MASK_4;
+  for (const auto& [flag, mask] : modifierBits)
+    if (flags & flag) modifiers |= mask;
   return modifiers;
 }
+
+const std::uint16_t ownModifiers = protocolModifiers(~platform::ModifierFlags{0});
 
 }  // namespace
 

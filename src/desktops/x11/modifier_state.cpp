@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "desktops/x11/modifier_bits.h"
 #include "desktops/x11/xcb_handle.h"
 #include "desktops/x11/xkb.h"
 
@@ -10,13 +11,9 @@ namespace hushpane::x11 {
 namespace {
 
 platform::ModifierFlags flagsOf(unsigned modifiers) {
-  using namespace platform::modifier;
-  platform::ModifierFlags flags = 0;
-  if (modifiers & XCB_MOD_MASK_SHIFT) flags |= shift;
-  if (modifiers & XCB_MOD_MASK_LOCK) flags |= capsLock;
-  if (modifiers & XCB_MOD_MASK_CONTROL) flags |= control;
-  if (modifiers & XCB_MOD_MASK_1) flags |= option;
-  if (modifiers & XCB_MOD_MASK_4) flags |= command;
+  platform::ModifierFlags flags = modifiers & XCB_MOD_MASK_LOCK ? platform::modifier::capsLock : 0;
+  for (const auto& [flag, mask] : modifierBits)
+    if (modifiers & mask) flags |= flag;
   return flags;
 }
 
