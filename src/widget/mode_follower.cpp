@@ -8,6 +8,7 @@ namespace hushpane::widget {
 namespace {
 
 constexpr std::string_view reloadAllTimelines = "com.corvane.Hushpane.reloadAllTimelines";
+constexpr double patience = 0.2;  // seconds from a change of the file to the program's word about it
 
 }  // namespace
 
@@ -16,19 +17,23 @@ ModeFollower::Bus::Bus(platform::MainQueue& queue, std::function<void()> reload)
 
 // Joining a bus may take a while, so the mode is shown before.
 ModeFollower::ModeFollower(const SharedMode& mode, platform::MainQueue& queue, Show show)
-    : mode_(mode), show_(std::move(show)) {
+    : mode_(mode), queue_(queue), show_(std::move(show)) {
   if (const auto file = mode_.file()) watch_.emplace(*file, [this] { fileChanged(); });
   this->show();
   bus_.emplace(queue, [this] { this->show(); });
 }
 
 void ModeFollower::show() {
+  unasked_.reset();
   shown_ = mode_.read();
   show_(shown_);
 }
 
+// The program stores its mode before it asks: one change, one line.
 void ModeFollower::fileChanged() {
-  if (mode_.read() != shown_) show();
+  unasked_ = queue_.after(patience, [this] {
+    if (mode_.read() != shown_) show();
+  });
 }
 
 }  // namespace hushpane::widget

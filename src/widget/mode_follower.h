@@ -11,7 +11,7 @@
 
 namespace hushpane::widget {
 
-// Shows the shared mode at once, then whenever the program asks its widgets to draw again, and, should nobody ask,
+// Shows the shared mode at once, then whenever the program asks its widgets to draw again, and, should nobody ask soon,
 // when another mode was stored. Runs from the main loop.
 class ModeFollower {
  public:
@@ -33,9 +33,11 @@ class ModeFollower {
   void fileChanged();
 
   const SharedMode& mode_;
+  platform::MainQueue& queue_;
   Show show_;
   VeilMode shown_ = VeilMode::standard;
   std::optional<SharedFileWatch> watch_;
+  platform::WorkItem unasked_;
   std::optional<Bus> bus_;
 };
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <csignal>
 
 #include "tests/x11/desktop.h"
@@ -160,6 +161,21 @@ TEST_F(WidgetOnADesktop, SwitchesTheModeAndFollowsIt) {
   EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
   EXPECT_TRUE(waitUntil([this] { return settings().value("hushpane.reviewSwitchCount") == "2"; }));
   EXPECT_TRUE(waitUntil([&] { return follower->output().ends_with("cleanDesktop\n"); }));
+
+  // The program's own switches: a line each, not one for the file and one for the signal.
+  std::this_thread::sleep_for(500ms);
+  const auto lines = [&] {
+    const auto output = follower->output();
+    return std::count(output.begin(), output.end(), '\n');
+  };
+  const auto before = lines();
+  constexpr int switches = 6;
+  for (int number = 0; number < switches; ++number) {
+    keyboard("key", number % 2 == 0 ? "ctrl+alt+f" : "ctrl+alt+a");
+    std::this_thread::sleep_for(300ms);
+  }
+  EXPECT_TRUE(waitUntil([&] { return lines() - before >= switches; }));
+  EXPECT_LE(lines() - before, switches + 2) << "a busy machine may have been slow to tell";
   EXPECT_EQ(stopHushpane(), 0);
   EXPECT_EQ(follower->terminate(), 0);
 }
