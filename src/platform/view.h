@@ -58,8 +58,8 @@ class View {
   // Cross-fades from the contents shown now.
   void setContents(ImagePtr contents, Animation fade);
 
-  // A picture stretched over the whole view, for what is drawn anew frame by frame; null when there is none. The centres
-  // of its corner pixels lie on those of the view. Its pixels may change only between two presentations.
+  // A picture stretched over the whole view, for what is drawn anew frame by frame; null when there is none. The
+  // centres of its corner pixels lie on those of the view. Its pixels may change only between two presentations.
   const ImagePtr& drawable() const { return drawable_; }
   // Another number for each presentation.
   std::uint64_t drawableFrame() const { return drawableFrame_; }

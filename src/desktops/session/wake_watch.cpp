@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "desktops/shared/debug_log.h"
 #include "desktops/session/dbus_address.h"
+#include "desktops/shared/debug_log.h"
 
 namespace hushpane::session {
 
