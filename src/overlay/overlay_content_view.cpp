@@ -12,7 +12,7 @@ using platform::Animation;
 using platform::TimingFunction;
 using platform::View;
 
-constexpr Animation surfaceFade{0.7, TimingFunction::easeOut};
+constexpr auto surfaceFade = OverlayContentView::surfaceFade;
 constexpr Animation dimChange{0.7, TimingFunction::easeOut};
 constexpr double hiddenAlpha = 0.001;  // at most this much counts as faded out
 constexpr float hueWithoutPicture = 0.68f;

@@ -17,6 +17,8 @@ namespace hushpane {
 // outlives it. Where its pictures and the gradient's hue come from is in overlay_pictures.cpp.
 class OverlayContentView {
  public:
+  static constexpr platform::Animation surfaceFade{0.7, platform::TimingFunction::easeOut};
+
   OverlayContentView(platform::Window& window, platform::Platform& platform, PreferencesStore& preferences);
 
   // `animated` false hides at once when nothing is to be shown; a surface that is to be shown always fades.

@@ -16,7 +16,6 @@ using platform::TaskPriority;
 
 constexpr std::string_view defaultWallpaperName = "HushpaneDefaultWallpaper";
 constexpr Animation wallpaperCrossFade{0.45, platform::TimingFunction::easeInEaseOut};
-constexpr Animation appearance{0.7, platform::TimingFunction::easeOut};
 
 }  // namespace
 
@@ -84,7 +83,7 @@ void OverlayContentView::setWallpaperImage(ImagePtr image) {
   wallpaperView_.setContents(std::move(image));
   if (wallpaperView_.isHidden() || wallpaperView_.alpha() < 1) return;
   wallpaperView_.setAlpha(0);
-  wallpaperView_.animateAlpha(1, appearance);
+  wallpaperView_.animateAlpha(1, surfaceFade);
 }
 
 void OverlayContentView::releaseWallpaper() {

@@ -15,10 +15,6 @@ namespace {
 
 using Missing = desktops::GroupContainer::Missing;
 
-std::optional<std::filesystem::path> settingsFolder(const SharedMode::Homes& homes) {
-  return homes.settings ? std::optional(*homes.settings / "hushpane") : std::nullopt;
-}
-
 }  // namespace
 
 // The program's own way to what is shared, for one reading or one writing.
@@ -26,7 +22,7 @@ class SharedMode::Access {
  public:
   Access(const Homes& homes, platform::MainQueue& queue, Missing missing)
       : missing_(missing),
-        settings_(settingsFolder(homes)),
+        settings_(desktops::settingsFolder(homes.settings)),
         container_(homes.data, missing),
         suites_(settings_, queue, center_),
         bridge_(container_, lists_, [this](std::string_view name) { return open(name); }) {}

@@ -4,6 +4,10 @@
 
 namespace hushpane::desktops {
 
+std::optional<std::filesystem::path> settingsFolder(const std::optional<std::filesystem::path>& configHome) {
+  return configHome ? std::optional(*configHome / "hushpane") : std::nullopt;
+}
+
 DefaultsFolder::DefaultsFolder(std::optional<std::filesystem::path> folder, platform::MainQueue& queue,
                                platform::NotificationCenter& center)
     : folder_(std::move(folder)), queue_(queue), center_(center) {}

@@ -10,6 +10,9 @@
 
 namespace hushpane::desktops {
 
+// Where the program keeps its settings below the user's configuration folder; nothing where there is none.
+std::optional<std::filesystem::path> settingsFolder(const std::optional<std::filesystem::path>& configHome);
+
 // The sets of settings of one folder: the one named NAME is in NAME.plist.
 class DefaultsFolder {
  public:

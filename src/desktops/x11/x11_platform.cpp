@@ -17,13 +17,7 @@ namespace hushpane::x11 {
 
 namespace {
 
-constexpr std::string_view settingsFolder = "hushpane";
 constexpr std::string_view settingsName = "com.corvane.Hushpane";
-
-std::optional<std::filesystem::path> settingsPath() {
-  const auto home = desktops::configHome();
-  return home ? std::optional(*home / settingsFolder) : std::nullopt;
-}
 
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
@@ -74,7 +68,7 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       animator_(base_->queue, frameClock_),
       distributedCenter_(base_->session, base_->queue),
       widgetCenter_(base_->session),
-      defaults_(settingsPath(), base_->queue, notificationCenter_),
+      defaults_(desktops::settingsFolder(desktops::configHome()), base_->queue, notificationCenter_),
       standardDefaults_(defaults_.open(settingsName)),
       sharedContainer_(desktops::dataHome()),
       bundle_(desktops::resourceFolder()),
