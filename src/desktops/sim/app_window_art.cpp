@@ -45,33 +45,33 @@ class Lengths {
   std::uint32_t state_;
 };
 
-void paintBar(const ContextPtr& context, const Rect& rect, const Color& color) {
-  addRoundedRectangle(context, rect, rect.height / 2);
-  setColor(context, color);
+void paintBar(const desktops::ContextPtr& context, const Rect& rect, const Color& color) {
+  desktops::addRoundedRectangle(context, rect, rect.height / 2);
+  desktops::setColor(context, color);
   context->fill();
 }
 
 // Around the frame only, so that a window that lets something through shows no shadow of its own.
-void paintShadow(const ContextPtr& context, const Rect& frame) {
+void paintShadow(const desktops::ContextPtr& context, const Rect& frame) {
   constexpr int rings = 14;
   context->save();
-  addRectangle(context, {frame.x - 40, frame.y - 40, frame.width + 80, frame.height + 80});
-  addRoundedRectangle(context, frame, cornerRadius);
+  desktops::addRectangle(context, {frame.x - 40, frame.y - 40, frame.width + 80, frame.height + 80});
+  desktops::addRoundedRectangle(context, frame, cornerRadius);
   context->set_fill_rule(Cairo::Context::FillRule::EVEN_ODD);
   context->clip();
   context->set_fill_rule(Cairo::Context::FillRule::WINDING);
   for (int ring = rings; ring > 0; --ring) {
     const double spread = 1.6 * ring;
-    addRoundedRectangle(context,
-                        {frame.x - spread, frame.y - spread + 7, frame.width + 2 * spread, frame.height + 2 * spread},
-                        cornerRadius + spread);
-    setColor(context, {0, 0, 0, 0.016});
+    desktops::addRoundedRectangle(
+        context, {frame.x - spread, frame.y - spread + 7, frame.width + 2 * spread, frame.height + 2 * spread},
+        cornerRadius + spread);
+    desktops::setColor(context, {0, 0, 0, 0.016});
     context->fill();
   }
   context->restore();
 }
 
-void paintTitle(const ContextPtr& context, const AppWindow& window, const Rect& bar) {
+void paintTitle(const desktops::ContextPtr& context, const AppWindow& window, const Rect& bar) {
   std::vector<double> words;
   double width = 0;
   std::istringstream title(window.title);
@@ -86,9 +86,9 @@ void paintTitle(const ContextPtr& context, const AppWindow& window, const Rect& 
   }
 }
 
-void paintCloseButton(const ContextPtr& context, const AppWindow& window, const Rect& bar) {
+void paintCloseButton(const desktops::ContextPtr& context, const AppWindow& window, const Rect& bar) {
   const double y = bar.y + bar.height / 2;
-  setColor(context, inkOn(window.color, 0.4));
+  desktops::setColor(context, inkOn(window.color, 0.4));
   context->set_line_width(1.5);
   for (const double direction : {-1.0, 1.0}) {
     context->move_to(bar.right() - 20, y - 4 * direction);
@@ -97,7 +97,7 @@ void paintCloseButton(const ContextPtr& context, const AppWindow& window, const 
   context->stroke();
 }
 
-void paintText(const ContextPtr& context, const AppWindow& window, const Rect& area) {
+void paintText(const desktops::ContextPtr& context, const AppWindow& window, const Rect& area) {
   Lengths lengths(7);
   const double width = std::fmin(area.width - 96, 560);
   const double x = area.x + (area.width - width) / 2;
@@ -110,12 +110,12 @@ void paintText(const ContextPtr& context, const AppWindow& window, const Rect& a
   }
 }
 
-void paintCode(const ContextPtr& context, const AppWindow& window, const Rect& area) {
+void paintCode(const desktops::ContextPtr& context, const AppWindow& window, const Rect& area) {
   constexpr std::array<Color, 5> inks{
       Color{0.55, 0.73, 0.86}, {0.80, 0.84, 0.88}, {0.85, 0.66, 0.53}, {0.62, 0.80, 0.62}, {0.75, 0.63, 0.85}};
   constexpr double sidebar = 150;
-  setColor(context, inkOn(window.color, 0.05));
-  addRectangle(context, {area.x, area.y, sidebar, area.height});
+  desktops::setColor(context, inkOn(window.color, 0.05));
+  desktops::addRectangle(context, {area.x, area.y, sidebar, area.height});
   context->fill();
   Lengths lengths(3);
   for (double y = area.y + 18; y < area.bottom() - 16; y += 22)
@@ -135,7 +135,7 @@ void paintCode(const ContextPtr& context, const AppWindow& window, const Rect& a
   }
 }
 
-void paintTerminal(const ContextPtr& context, const AppWindow& window, const Rect& area) {
+void paintTerminal(const desktops::ContextPtr& context, const AppWindow& window, const Rect& area) {
   Lengths lengths(11);
   int line = 0;
   double y = area.y + 16;
@@ -150,18 +150,18 @@ void paintTerminal(const ContextPtr& context, const AppWindow& window, const Rec
              inkOn(window.color, line % 6 == 0 ? 0.8 : 0.45));
   }
   paintBar(context, {area.x + 18, y, 62, 7}, {0.45, 0.80, 0.62, 1});
-  setColor(context, inkOn(window.color, 0.85));
-  addRectangle(context, {area.x + 92, y - 4, 8, 15});
+  desktops::setColor(context, inkOn(window.color, 0.85));
+  desktops::addRectangle(context, {area.x + 92, y - 4, 8, 15});
   context->fill();
 }
 
-void paintPage(const ContextPtr& context, const AppWindow& window, const Rect& area) {
+void paintPage(const desktops::ContextPtr& context, const AppWindow& window, const Rect& area) {
   paintBar(context, {area.x + 16, area.y + 8, area.width - 32, 24}, inkOn(window.color, 0.07));
   const Rect hero{area.x + 32, area.y + 52, area.width - 64, std::fmin(190, area.height * 0.4)};
   const auto gradient = Cairo::LinearGradient::create(hero.x, hero.y, hero.right(), hero.bottom());
   gradient->add_color_stop_rgb(0, 0.35, 0.60, 0.62);
   gradient->add_color_stop_rgb(1, 0.93, 0.66, 0.47);
-  addRoundedRectangle(context, hero, 10);
+  desktops::addRoundedRectangle(context, hero, 10);
   context->set_source(gradient);
   context->fill();
   const double column = (hero.width - 40) / 3;
@@ -174,10 +174,10 @@ void paintPage(const ContextPtr& context, const AppWindow& window, const Rect& a
   }
 }
 
-void paintPanel(const ContextPtr& context, const AppWindow& window) {
+void paintPanel(const desktops::ContextPtr& context, const AppWindow& window) {
   const Rect& bar = window.frame;
-  setColor(context, window.color);
-  addRectangle(context, bar);
+  desktops::setColor(context, window.color);
+  desktops::addRectangle(context, bar);
   context->fill();
   const double y = bar.y + bar.height / 2 - 4;
   double x = bar.x + 16;
@@ -193,7 +193,7 @@ void paintPanel(const ContextPtr& context, const AppWindow& window) {
   }
 }
 
-void paintContents(const ContextPtr& context, const AppWindow& window, const Rect& area) {
+void paintContents(const desktops::ContextPtr& context, const AppWindow& window, const Rect& area) {
   switch (window.contents) {
     case AppContents::text: return paintText(context, window, area);
     case AppContents::code: return paintCode(context, window, area);
@@ -206,23 +206,23 @@ void paintContents(const ContextPtr& context, const AppWindow& window, const Rec
 
 }  // namespace
 
-void paintAppWindow(const ContextPtr& context, const AppWindow& window) {
+void paintAppWindow(const desktops::ContextPtr& context, const AppWindow& window) {
   if (window.contents == AppContents::bar) return paintPanel(context, window);
   const Rect& frame = window.frame;
   paintShadow(context, frame);
   context->save();
-  addRoundedRectangle(context, frame, cornerRadius);
+  desktops::addRoundedRectangle(context, frame, cornerRadius);
   context->clip();
-  setColor(context, window.color);
+  desktops::setColor(context, window.color);
   context->paint();
   const Rect bar{frame.x, frame.y, frame.width, titleBarHeight};
-  setColor(context, inkOn(window.color, 0.09));
-  addRectangle(context, bar);
+  desktops::setColor(context, inkOn(window.color, 0.09));
+  desktops::addRectangle(context, bar);
   context->fill();
   paintTitle(context, window, bar);
   paintCloseButton(context, window, bar);
   const Rect area{frame.x, bar.bottom(), frame.width, frame.height - bar.height};
-  addRectangle(context, area);
+  desktops::addRectangle(context, area);
   context->clip();
   paintContents(context, window, area);
   context->restore();

@@ -13,7 +13,7 @@ namespace hushpane::sim {
 
 namespace {
 
-SurfacePtr copyOf(const SurfacePtr& surface) {
+desktops::SurfacePtr copyOf(const desktops::SurfacePtr& surface) {
   auto copy = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, surface->get_width(), surface->get_height());
   const auto context = Cairo::Context::create(copy);
   context->set_source(surface, 0, 0);
@@ -23,7 +23,7 @@ SurfacePtr copyOf(const SurfacePtr& surface) {
 
 // Draws with `draw`, faded as a whole.
 template <class Draw>
-void paintFaded(const ContextPtr& context, double alpha, Draw draw) {
+void paintFaded(const desktops::ContextPtr& context, double alpha, Draw draw) {
   if (alpha >= 1) return draw();
   context->push_group();
   draw();
@@ -36,17 +36,17 @@ bool hasMaterial(const platform::View& view) {
          std::ranges::any_of(view.subviews(), [](const auto& subview) { return hasMaterial(*subview); });
 }
 
-void paintOwnWindow(const ContextPtr& context, const SurfacePtr& picture, const SimWindow& window,
+void paintOwnWindow(const desktops::ContextPtr& context, const desktops::SurfacePtr& picture, const SimWindow& window,
                     const platform::Screen& screen) {
   if (window.presentationAlpha() <= 0) return;
   const bool showsBackdrop = hasMaterial(window.contentView());
   Backdrop backdrop(showsBackdrop ? copyOf(picture) : picture, {screen.frame.x, screen.frame.y}, screen.scale);
   context->save();
-  addRectangle(context, window.frame());
+  desktops::addRectangle(context, window.frame());
   context->clip();
   paintFaded(context, window.presentationAlpha(), [&] {
     if (window.configuration().isOpaque) {
-      setColor(context, platform::black);
+      desktops::setColor(context, platform::black);
       context->paint();
     }
     paintView(context, window.contentView(), window.frame(), backdrop);
@@ -54,7 +54,7 @@ void paintOwnWindow(const ContextPtr& context, const SurfacePtr& picture, const 
   context->restore();
 }
 
-void paintScreen(const ContextPtr& context, const SurfacePtr& picture, const Scene& scene,
+void paintScreen(const desktops::ContextPtr& context, const desktops::SurfacePtr& picture, const Scene& scene,
                  const platform::Screen& screen) {
   context->scale(screen.scale, screen.scale);
   context->translate(-screen.frame.x, -screen.frame.y);
@@ -78,13 +78,13 @@ PixelSize pixelSize(const platform::Rect& frame, double scale) {
 }
 
 // Null for a frame without area.
-SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
+desktops::SurfacePtr surfaceFor(const platform::Rect& frame, double scale) {
   const auto size = pixelSize(frame, scale);
   if (size.width <= 0 || size.height <= 0) return {};
   return Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32, size.width, size.height);
 }
 
-SurfacePtr paintedScreen(const Scene& scene, const platform::Screen& screen) {
+desktops::SurfacePtr paintedScreen(const Scene& scene, const platform::Screen& screen) {
   const auto picture = surfaceFor(screen.frame, screen.scale);
   if (picture) paintScreen(Cairo::Context::create(picture), picture, scene, screen);
   return picture;
@@ -97,7 +97,7 @@ std::uint32_t paintedPixel(const Scene& scene, const platform::Screen& screen, i
   const auto picture = surfaceFor(screen.frame, screen.scale);
   const auto context = Cairo::Context::create(picture);
   const double reach = blurReach * screen.scale;
-  addRectangle(context, {column - reach, row - reach, 2 * reach, 2 * reach});
+  desktops::addRectangle(context, {column - reach, row - reach, 2 * reach, 2 * reach});
   context->clip();
   paintScreen(context, picture, scene, screen);
   picture->flush();
@@ -119,7 +119,8 @@ platform::Rect boundsOf(const std::vector<platform::Screen>& screens) {
   return bounds;
 }
 
-void paintInPlace(const ContextPtr& context, const SurfacePtr& picture, const platform::Screen& screen) {
+void paintInPlace(const desktops::ContextPtr& context, const desktops::SurfacePtr& picture,
+                  const platform::Screen& screen) {
   context->save();
   context->translate(screen.frame.x, screen.frame.y);
   context->scale(1 / screen.scale, 1 / screen.scale);
@@ -132,7 +133,7 @@ void paintInPlace(const ContextPtr& context, const SurfacePtr& picture, const pl
 
 platform::Image renderScreen(const Scene& scene, const platform::Screen& screen) try {
   const auto picture = paintedScreen(scene, screen);
-  return picture ? imageOf(picture) : platform::Image{};
+  return picture ? desktops::imageOf(picture) : platform::Image{};
 } catch (const std::exception&) {
   return {};
 }
@@ -158,7 +159,7 @@ platform::Image renderScreens(const Scene& scene, const std::vector<platform::Sc
   context->translate(-bounds.x, -bounds.y);
   for (const auto& screen : screens)
     if (const auto picture = paintedScreen(scene, screen)) paintInPlace(context, picture, screen);
-  return imageOf(all);
+  return desktops::imageOf(all);
 } catch (const std::exception&) {
   return {};
 }

@@ -29,7 +29,7 @@ void addStop(const Cairo::RefPtr<Cairo::Gradient>& gradient, double offset, cons
   gradient->add_color_stop_rgba(offset, color.red, color.green, color.blue, color.alpha);
 }
 
-void paintSky(const ContextPtr& context, const Rect& frame) {
+void paintSky(const desktops::ContextPtr& context, const Rect& frame) {
   const auto sky = Cairo::LinearGradient::create(frame.x, frame.y, frame.x, frame.bottom());
   addStop(sky, 0, skyTop);
   addStop(sky, 0.55, skyMiddle);
@@ -38,7 +38,7 @@ void paintSky(const ContextPtr& context, const Rect& frame) {
   context->paint();
 }
 
-void paintGlow(const ContextPtr& context, const Rect& frame, const Glow& glow) {
+void paintGlow(const desktops::ContextPtr& context, const Rect& frame, const Glow& glow) {
   const double x = frame.x + glow.x * frame.width;
   const double y = frame.y + glow.y * frame.height;
   const auto gradient = Cairo::RadialGradient::create(x, y, 0, x, y, glow.radius * frame.width);
@@ -51,11 +51,11 @@ void paintGlow(const ContextPtr& context, const Rect& frame, const Glow& glow) {
 }
 
 // In its middle, and so large that it leaves nothing of the frame.
-void paintPicture(const ContextPtr& context, const Rect& frame, const SurfacePtr& picture) {
+void paintPicture(const desktops::ContextPtr& context, const Rect& frame, const desktops::SurfacePtr& picture) {
   const double width = picture->get_width(), height = picture->get_height();
   const double factor = std::max(frame.width / width, frame.height / height);
   context->save();
-  addRectangle(context, frame);
+  desktops::addRectangle(context, frame);
   context->clip();
   context->translate(frame.x + (frame.width - width * factor) / 2, frame.y + (frame.height - height * factor) / 2);
   context->scale(factor, factor);
@@ -72,34 +72,35 @@ constexpr double iconDistance = 104;  // from one icon's top to the next
 constexpr double iconMargin = 36;
 constexpr std::array<Color, 3> folderColors{Color{0.96, 0.78, 0.38}, {0.52, 0.74, 0.90}, {0.90, 0.55, 0.48}};
 
-void paintFolder(const ContextPtr& context, const Rect& frame, const Color& color) {
+void paintFolder(const desktops::ContextPtr& context, const Rect& frame, const Color& color) {
   const Color back{color.red * 0.82, color.green * 0.82, color.blue * 0.82, 1};
-  addRoundedRectangle(context, {frame.x, frame.y + 5, frame.width * 0.5, frame.height * 0.4}, 5);
-  addRoundedRectangle(context, {frame.x, frame.y + 11, frame.width, frame.height - 18}, 5);
-  setColor(context, back);
+  desktops::addRoundedRectangle(context, {frame.x, frame.y + 5, frame.width * 0.5, frame.height * 0.4}, 5);
+  desktops::addRoundedRectangle(context, {frame.x, frame.y + 11, frame.width, frame.height - 18}, 5);
+  desktops::setColor(context, back);
   context->fill();
-  addRoundedRectangle(context, {frame.x, frame.y + 18, frame.width, frame.height - 24}, 5);
-  setColor(context, color);
+  desktops::addRoundedRectangle(context, {frame.x, frame.y + 18, frame.width, frame.height - 24}, 5);
+  desktops::setColor(context, color);
   context->fill();
 }
 
-void paintDocument(const ContextPtr& context, const Rect& frame) {
+void paintDocument(const desktops::ContextPtr& context, const Rect& frame) {
   const Rect paper{frame.x + 8, frame.y, frame.width - 16, frame.height - 4};
-  addRoundedRectangle(context, paper, 4);
-  setColor(context, {0.98, 0.98, 0.97, 1});
+  desktops::addRoundedRectangle(context, paper, 4);
+  desktops::setColor(context, {0.98, 0.98, 0.97, 1});
   context->fill();
-  setColor(context, {0.6, 0.64, 0.68, 1});
-  for (double y = paper.y + 12; y < paper.bottom() - 8; y += 7) addRectangle(context, {paper.x + 7, y, 22, 2.5});
-  context->fill();
-}
-
-void paintLabel(const ContextPtr& context, const Rect& icon) {
-  addRoundedRectangle(context, {icon.x + 4, icon.bottom() + 6, icon.width - 8, 7}, 3.5);
-  setColor(context, {1, 1, 1, 0.85});
+  desktops::setColor(context, {0.6, 0.64, 0.68, 1});
+  for (double y = paper.y + 12; y < paper.bottom() - 8; y += 7)
+    desktops::addRectangle(context, {paper.x + 7, y, 22, 2.5});
   context->fill();
 }
 
-void paintIcons(const ContextPtr& context, const Rect& frame) {
+void paintLabel(const desktops::ContextPtr& context, const Rect& icon) {
+  desktops::addRoundedRectangle(context, {icon.x + 4, icon.bottom() + 6, icon.width - 8, 7}, 3.5);
+  desktops::setColor(context, {1, 1, 1, 0.85});
+  context->fill();
+}
+
+void paintIcons(const desktops::ContextPtr& context, const Rect& frame) {
   const double x = frame.right() - iconMargin - iconSide;
   int index = 0;
   for (double y = frame.y + 2 * iconMargin; y + iconDistance < frame.bottom() && index < 6; y += iconDistance) {
@@ -115,8 +116,8 @@ void paintIcons(const ContextPtr& context, const Rect& frame) {
 
 }  // namespace
 
-void paintDesktop(const ContextPtr& context, const Rect& frame, const platform::Image* picture) {
-  const auto surface = picture ? surfaceOf(*picture) : SurfacePtr();
+void paintDesktop(const desktops::ContextPtr& context, const Rect& frame, const platform::Image* picture) {
+  const auto surface = picture ? desktops::surfaceOf(*picture) : desktops::SurfacePtr();
   if (surface) {
     paintPicture(context, frame, surface);
   } else {

@@ -2,12 +2,12 @@
 
 #include <exception>
 
-#include "desktops/sim/cairo_picture.h"
+#include "desktops/shared/cairo_picture.h"
 
 namespace hushpane::sim {
 
 bool writePng(const platform::Image& image, const std::filesystem::path& file) try {
-  const auto surface = surfaceOf(image);
+  const auto surface = desktops::surfaceOf(image);
   if (!surface) return false;
   surface->write_to_png(file.string());
   return true;

@@ -4,16 +4,16 @@
 
 #include "desktops/shared/drawable_stretch.h"
 #include "desktops/shared/look.h"
-#include "desktops/sim/blur.h"
+#include "desktops/shared/picture_blur.h"
 
 namespace hushpane::sim {
 
 namespace {
 
 // Centred, as large as needed to fill the frame.
-void paintAspectFill(const ContextPtr& context, const platform::ImagePtr& image, const platform::Rect& frame,
+void paintAspectFill(const desktops::ContextPtr& context, const platform::ImagePtr& image, const platform::Rect& frame,
                      double alpha) {
-  const auto surface = image ? surfaceOf(*image) : SurfacePtr();
+  const auto surface = image ? desktops::surfaceOf(*image) : desktops::SurfacePtr();
   if (!surface) return;
   const double scale = std::max(frame.width / image->width, frame.height / image->height);
   context->save();
@@ -28,8 +28,9 @@ void paintAspectFill(const ContextPtr& context, const platform::ImagePtr& image,
   context->restore();
 }
 
-void paintDrawable(const ContextPtr& context, const platform::ImagePtr& drawable, const platform::Rect& frame) {
-  const auto surface = drawable ? surfaceOf(*drawable) : SurfacePtr();
+void paintDrawable(const desktops::ContextPtr& context, const platform::ImagePtr& drawable,
+                   const platform::Rect& frame) {
+  const auto surface = drawable ? desktops::surfaceOf(*drawable) : desktops::SurfacePtr();
   if (!surface) return;
   const auto across = desktops::drawableStretch(drawable->width, frame.width, frame.width);
   const auto down = desktops::drawableStretch(drawable->height, frame.height, frame.height);
@@ -42,7 +43,7 @@ void paintDrawable(const ContextPtr& context, const platform::ImagePtr& drawable
   context->paint();
 }
 
-void paintContents(const ContextPtr& context, const platform::View& view, const platform::Rect& frame) {
+void paintContents(const desktops::ContextPtr& context, const platform::View& view, const platform::Rect& frame) {
   if (!view.outgoingContents()) return paintAspectFill(context, view.contents(), frame, 1);
   const double fade = view.contentsFade();
   context->push_group();
@@ -55,25 +56,26 @@ void paintContents(const ContextPtr& context, const platform::View& view, const 
 
 }  // namespace
 
-void Backdrop::paintDarkHud(const ContextPtr& context) {
-  if (!blurred_) blurred_ = blurred(picture_, desktops::darkHud::blurRadius / 2 * scale_);
+void Backdrop::paintDarkHud(const desktops::ContextPtr& context) {
+  if (!blurred_) blurred_ = desktops::blurred(picture_, desktops::darkHud::blurRadius / 2 * scale_);
   context->save();
   context->translate(origin_.x, origin_.y);
   context->scale(1 / scale_, 1 / scale_);
   context->set_source(blurred_, 0, 0);
   context->paint();
   context->restore();
-  setColor(context, desktops::darkHud::tint);
+  desktops::setColor(context, desktops::darkHud::tint);
   context->paint();
 }
 
-void paintView(const ContextPtr& context, const platform::View& view, const platform::Rect& frame, Backdrop& backdrop) {
+void paintView(const desktops::ContextPtr& context, const platform::View& view, const platform::Rect& frame,
+               Backdrop& backdrop) {
   const double alpha = std::clamp(view.presentationAlpha(), 0.0, 1.0);
   if (view.isHidden() || alpha <= 0) return;
   if (alpha < 1) context->push_group();
   if (view.material() == platform::EffectMaterial::darkHud) backdrop.paintDarkHud(context);
   if (const auto color = view.presentationLayerColor()) {
-    setColor(context, *color);
+    desktops::setColor(context, *color);
     context->paint();
   }
   paintContents(context, view, frame);

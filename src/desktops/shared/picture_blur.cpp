@@ -1,4 +1,4 @@
-#include "desktops/sim/blur.h"
+#include "desktops/shared/picture_blur.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace hushpane::sim {
+namespace hushpane::desktops {
 
 namespace {
 
@@ -73,4 +73,4 @@ SurfacePtr blurred(const SurfacePtr& surface, double deviation) {
   return scaled(small, surface->get_width(), surface->get_height());
 }
 
-}  // namespace hushpane::sim
+}  // namespace hushpane::desktops

@@ -1,10 +1,10 @@
-#include "desktops/sim/cairo_picture.h"
+#include "desktops/shared/cairo_picture.h"
 
 #include <algorithm>
 #include <cstring>
 #include <numbers>
 
-namespace hushpane::sim {
+namespace hushpane::desktops {
 
 namespace {
 constexpr int largestSide = 32767;  // pixels; cairo's own limit
@@ -42,4 +42,4 @@ void addRoundedRectangle(const ContextPtr& context, const platform::Rect& rect, 
   context->close_path();
 }
 
-}  // namespace hushpane::sim
+}  // namespace hushpane::desktops

@@ -7,7 +7,7 @@
 #include "platform/geometry.h"
 #include "platform/image.h"
 
-namespace hushpane::sim {
+namespace hushpane::desktops {
 
 using SurfacePtr = Cairo::RefPtr<Cairo::ImageSurface>;
 using ContextPtr = Cairo::RefPtr<Cairo::Context>;
@@ -25,4 +25,4 @@ inline void addRectangle(const ContextPtr& context, const platform::Rect& rect) 
 }
 void addRoundedRectangle(const ContextPtr& context, const platform::Rect& rect, double radius);
 
-}  // namespace hushpane::sim
+}  // namespace hushpane::desktops

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "declarative/drawing.h"
+#include "declarative/element.h"
+#include "declarative/node.h"
+#include "platform/canvas.h"
+#include "platform/frame_clock.h"
+#include "platform/lifetime.h"
+#include "platform/main_queue.h"
+#include "platform/text.h"
+
+namespace hushpane::declarative {
+
+// Keeps one page alive: renders it when something that it observes changes, lays it out, moves it, and gives it the
+// pointer. Frames are asked for only while something moves. Whoever shows the page owns it, calls paint() after
+// `changed`, and hands on what the pointer does. Main thread only.
+class Host {
+ public:
+  struct Services {
+    platform::MainQueue& queue;
+    platform::FrameClock& clock;
+    platform::TextEngine& texts;
+  };
+  // A side without a number is as long as the page makes it.
+  struct Proposal {
+    std::optional<double> width;
+    std::optional<double> height;
+    bool operator==(const Proposal&) const = default;
+  };
+
+  // `changed` follows every change of what is to be seen, but the first rendering, which is done when this returns.
+  Host(Services services, Element page, Environment environment, std::function<void()> changed);
+  ~Host();
+
+  const Environment& environment() const { return environment_; }
+  void setEnvironment(Environment environment);
+  void setProposal(Proposal proposal);
+  // Pixels per point of where it is shown; lines and edges at rest fall on whole ones.
+  void setScale(double scale);
+
+  // As laid out, and as shown now, which follows it through an animation.
+  platform::Size targetSize() const;
+  platform::Size size() const;
+
+  const Drawings& drawings() const { return drawings_; }
+  void paint(platform::Canvas& canvas, const platform::Rect& visible) const { draw(drawings_, canvas, visible); }
+  // What changed since the last call; everything at first.
+  platform::Rect takeDamage();
+
+  // Points from the page's top left.
+  void pointerMoved(platform::Point point);
+  void pointerExited();
+  void pointerDown(platform::Point point);
+  void pointerUp(platform::Point point);
+  std::optional<std::string> tooltip(platform::Point point) const;
+
+  // Renders now what has changed, instead of on the next turn of the main queue.
+  void update();
+
+ private:
+  void invalidate();
+  void render();
+  void showFrame();
+  void redraw();
+  void runLifecycle();
+  void updateHover();
+  void followMotion();
+
+  Services services_;
+  Element page_;
+  Environment environment_;
+  std::function<void()> changed_;
+  Proposal proposal_;
+  double scale_ = 1;
+
+  std::shared_ptr<Node> root_;
+  std::shared_ptr<const Updates::Target> updates_;
+  bool isInvalid_ = true;
+  bool isUpdateQueued_ = false;
+  bool isRendering_ = false;
+  std::optional<Animation> running_;  // inside withAnimation
+  std::optional<Animation> pending_;  // of the next rendering
+  platform::Token frames_;
+
+  Drawings drawings_;
+  platform::Rect damage_;
+
+  std::optional<platform::Point> pointer_;
+  std::vector<std::weak_ptr<Node>> hovered_;
+  std::weak_ptr<Node> pressed_;
+  platform::Lifetime lifetime_;
+};
+
+}  // namespace hushpane::declarative
