@@ -55,6 +55,7 @@ bool SimPlatform::typeKey(std::uint16_t keyCode) {
 void SimPlatform::endProgram() {
   releaseInstances();
   application_.forget();
+  openPanel_.forget();
   taskQueue_.clear();
   queue_.clear();
   frameClock_.forget();

@@ -17,6 +17,7 @@
 #include "desktops/sim/sim_locale.h"
 #include "desktops/sim/sim_main_queue.h"
 #include "desktops/sim/sim_notification_center.h"
+#include "desktops/sim/sim_open_panel.h"
 #include "desktops/sim/sim_screens.h"
 #include "desktops/sim/sim_shared_container.h"
 #include "desktops/sim/sim_task_queue.h"
@@ -62,9 +63,10 @@ class SimPlatform : public platform::Platform {
   SimWorkspace& workspace() override { return workspace_; }
   SimEventMonitors& eventMonitors() override { return eventMonitors_; }
   SimHotKeys& hotKeys() override { return hotKeys_; }
+  SimOpenPanel* openPanel() override { return openPanelAbsent_ ? nullptr : &openPanel_; }
   SimWidgetCenter& widgetCenter() override { return widgetCenter_; }
 
-  const SimFrameClock& frameClock() const { return frameClock_; }
+  SimFrameClock& frameClock() { return frameClock_; }
 
   // A key goes down with the modifiers in force. Monitors see it whoever has it; true when it goes to the window in
   // front, false when it is somebody's hot key.
@@ -78,6 +80,8 @@ class SimPlatform : public platform::Platform {
   void setGpuDevice(platform::GpuDevice* device) { gpu_ = device; }
   // From here on suites cannot be opened, or they can again.
   void setSuitesAbsent(bool absent) { suitesAbsent_ = absent; }
+  // From here on there is no panel to choose files in, or there is one again.
+  void setOpenPanelAbsent(bool absent) { openPanelAbsent_ = absent; }
 
   // Ends the program as if its process had ended: its process-wide objects, what it queued, its handlers. The desktop
   // goes on, and the program can be started on it again.
@@ -115,6 +119,8 @@ class SimPlatform : public platform::Platform {
   SimWorkspace workspace_;
   SimEventMonitors eventMonitors_{queue_};
   SimHotKeys hotKeys_{queue_};
+  SimOpenPanel openPanel_{queue_};
+  bool openPanelAbsent_ = false;
   SimWidgetCenter widgetCenter_;
   desktops::JsonText jsonCoder_;
   desktops::PropertyListFiles propertyLists_;

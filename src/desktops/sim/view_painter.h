@@ -5,8 +5,7 @@
 
 namespace hushpane::sim {
 
-// What lies behind a window, for the views that show it desktops::blurred. The desktops::blurred picture is made on
-// first use.
+// What lies behind a window, for the views that show it blurred. The blurred picture is made on first use.
 class Backdrop {
  public:
   // `picture` is the screen so far, with `scale` pixels to the point, its top left at `origin`.
