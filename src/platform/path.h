@@ -11,6 +11,7 @@ namespace hushpane::platform {
 class Path {
  public:
   enum class Verb { move, line, curve, close };
+  static constexpr int pointCount(Verb verb) { return verb == Verb::curve ? 3 : verb == Verb::close ? 0 : 1; }
   // `points` holds, for each verb, the points it takes in order: move and line 1, curve 3 (two controls, then the end),
   // close none.
   struct Segment {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/text.h"
+
+namespace hushpane::desktops {
+
+// Sets texts in the interface font, whatever scripts they hold. Keeps the layouts asked for last, because a page asks
+// for the same text many times in a row. Used on one thread.
+class PangoTextEngine : public platform::TextEngine {
+ public:
+  PangoTextEngine();
+  ~PangoTextEngine() override;
+
+  platform::TextLayoutPtr layout(const std::string& text, const platform::TextStyle& style, double width) override;
+
+ private:
+  class Setter;
+  class Cache;
+  std::unique_ptr<Setter> setter_;
+  std::unique_ptr<Cache> cache_;
+};
+
+}  // namespace hushpane::desktops
