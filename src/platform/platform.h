@@ -20,6 +20,7 @@
 #include "platform/locale.h"
 #include "platform/main_queue.h"
 #include "platform/notification_center.h"
+#include "platform/open_panel.h"
 #include "platform/property_list.h"
 #include "platform/screen.h"
 #include "platform/task_queue.h"
@@ -65,6 +66,7 @@ class Platform {
   virtual Workspace& workspace() = 0;
   virtual EventMonitors& eventMonitors() = 0;
   virtual HotKeys& hotKeys() = 0;
+  virtual OpenPanel* openPanel() = 0;  // null when there is none
   virtual WidgetCenter& widgetCenter() = 0;
 
   // The one object of that type in this process, made by `make(platform)` on first use.

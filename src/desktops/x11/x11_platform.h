@@ -85,6 +85,7 @@ class X11Platform : public platform::Platform {
   platform::Workspace& workspace() override { return workspace_; }
   platform::EventMonitors& eventMonitors() override { return eventMonitors_; }
   platform::HotKeys& hotKeys() override { return hotKeys_; }
+  platform::OpenPanel* openPanel() override { return nullptr; }
   platform::WidgetCenter& widgetCenter() override { return widgetCenter_; }
 
  private:
