@@ -52,6 +52,11 @@ struct Drawing {
   bool operator==(const Drawing&) const = default;
 };
 
+// The smallest rectangle around both; one without area is left out.
+platform::Rect unionOf(const platform::Rect& left, const platform::Rect& right);
+// The smallest rectangle around all extents.
+platform::Rect extentOf(const Drawings& drawings);
+
 // What shows differently in the two; empty when they look the same.
 platform::Rect damage(const Drawings& before, const Drawings& after);
 

@@ -9,6 +9,7 @@
 #include "declarative/drawing.h"
 #include "declarative/element.h"
 #include "declarative/node.h"
+#include "declarative/renderer.h"
 #include "platform/canvas.h"
 #include "platform/frame_clock.h"
 #include "platform/lifetime.h"
@@ -27,20 +28,14 @@ class Host {
     platform::FrameClock& clock;
     platform::TextEngine& texts;
   };
-  // A side without a number is as long as the page makes it.
-  struct Proposal {
-    std::optional<double> width;
-    std::optional<double> height;
-    bool operator==(const Proposal&) const = default;
-  };
-
   // `changed` follows every change of what is to be seen, but the first rendering, which is done when this returns.
   Host(Services services, Element page, Environment environment, std::function<void()> changed);
   ~Host();
 
   const Environment& environment() const { return environment_; }
   void setEnvironment(Environment environment);
-  void setProposal(Proposal proposal);
+  // What the page is offered to fill; at first nothing, so that it is as large as it makes itself.
+  void setProposal(ProposedSize proposal);
   // Pixels per point of where it is shown; lines and edges at rest fall on whole ones.
   void setScale(double scale);
 
@@ -64,27 +59,29 @@ class Host {
   void update();
 
  private:
+  std::unique_ptr<Identity> makeIdentity(const std::shared_ptr<Node>& node);
+  void withAnimation(const Animation& animation, const std::function<void()>& change);
   void invalidate();
-  void render();
-  void showFrame();
+  void renderOnce();
+  void layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces);
+  void moveOn();
   void redraw();
-  void runLifecycle();
   void updateHover();
-  void followMotion();
+  void runClockWhileMoving();
+  platform::Point fromLeading(platform::Point point) const;
 
   Services services_;
   Element page_;
   Environment environment_;
   std::function<void()> changed_;
-  Proposal proposal_;
+  ProposedSize proposal_;
   double scale_ = 1;
 
   std::shared_ptr<Node> root_;
-  std::shared_ptr<const Updates::Target> updates_;
   bool isInvalid_ = true;
   bool isUpdateQueued_ = false;
   bool isRendering_ = false;
-  std::optional<Animation> running_;  // inside withAnimation
+  std::optional<Animation> running_;  // inside withAnimation()
   std::optional<Animation> pending_;  // of the next rendering
   platform::Token frames_;
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "declarative/drawing.h"
+#include "declarative/node.h"
+
+namespace hushpane::declarative {
+
+// What the tree of nodes looks like now. A page from right to left is mirrored as a whole, its texts, pictures and
+// symbols are not. What rests begins on whole pixels, of which there are `scale` to a point.
+Drawings drawingsOf(const Node& root, platform::LayoutDirection direction, double scale);
+
+}  // namespace hushpane::declarative

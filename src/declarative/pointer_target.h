@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "declarative/node.h"
+
+namespace hushpane::declarative {
+
+// What the pointer meets on the page as it is shown. Points are in the coordinates of the node's parent, from leading
+// to trailing. Elements on their way out are met by nobody.
+
+// The button or tap area in front at that point; null when there is none.
+std::shared_ptr<Node> pressTarget(const std::shared_ptr<Node>& node, platform::Point point);
+// Every element at that point that wants to know of it, the outer ones first.
+std::vector<std::shared_ptr<Node>> hoverTargets(const std::shared_ptr<Node>& node, platform::Point point);
+// The text to be shown there.
+std::optional<std::string> tooltipAt(const std::shared_ptr<Node>& node, platform::Point point);
+// Whether the node draws something there, or has a content shape there.
+bool covers(const Node& node, platform::Point point);
+
+}  // namespace hushpane::declarative
