@@ -54,9 +54,9 @@ struct Insets {
 // How an element comes and goes: what it looks like before its insertion or after its removal.
 struct TransitionEffect {
   double opacity = 1;
-  platform::Point offset;
+  platform::Point offset{};
   double scale = 1;
-  UnitPoint anchor;
+  UnitPoint anchor{};
 };
 struct Transition {
   TransitionEffect insertion;
@@ -128,8 +128,8 @@ struct Padding {
   Insets insets;
 };
 struct Frame {
-  std::optional<double> width, height, minWidth, maxWidth, minHeight, maxHeight;
-  Alignment alignment;
+  std::optional<double> width{}, height{}, minWidth{}, maxWidth{}, minHeight{}, maxHeight{};
+  Alignment alignment{};
 };
 struct FixedSize {
   bool horizontal = true;
@@ -186,9 +186,9 @@ struct Tooltip {
 };
 struct Accessibility {
   AccessibilityRole role = AccessibilityRole::none;
-  std::string label;
+  std::string label{};
   bool isHidden = false;
-  std::optional<bool> isOn;
+  std::optional<bool> isOn{};
 };
 
 // Identity and motion.
