@@ -1,7 +1,6 @@
 #include "localization/language_manager.h"
 
 #include <memory>
-#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -46,10 +45,10 @@ LanguageManager::LanguageManager(platform::Platform& platform, WidgetBridge& wid
 void LanguageManager::select(std::string code) {
   if (code == selection_) return;
   objectWillChange();
-  selection_ = code;
+  selection_ = std::move(code);
   storeSelection();
   objectWillChange();
-  resolvedCode_ = resolve(code);
+  resolvedCode_ = resolve(selection_);
   loadLocalizedBundle();
   publishResolvedCode();
   platform_.widgetCenter().reloadAllTimelines();
@@ -64,6 +63,10 @@ std::string LanguageManager::resolve(std::string_view selection) const {
 
 void LanguageManager::loadLocalizedBundle() {
   localizedBundle_ = platform_.bundle().localizedStrings(resolvedCode_);
+}
+
+const std::string& LanguageManager::shownCode() const {
+  return localizedBundle_ && !localizedBundle_->empty() ? resolvedCode_ : systemTexts().code;
 }
 
 std::string LanguageManager::localizedString(std::string_view key) const {
@@ -97,19 +100,21 @@ const std::string* LanguageManager::find(std::string_view key) const {
     return found == strings->end() ? nullptr : &found->second;
   };
   const auto* text = in(localizedBundle_);
-  return text ? text : in(systemBundle());
+  return text ? text : in(systemTexts().strings);
 }
 
-const platform::LocalizedStringsPtr& LanguageManager::systemBundle() const {
-  if (!systemBundle_) systemBundle_ = openSystemBundle();
-  return systemBundle_;
+const LanguageManager::SystemTexts& LanguageManager::systemTexts() const {
+  if (!systemTexts_) systemTexts_ = openSystemTexts();
+  return *systemTexts_;
 }
 
-platform::LocalizedStringsPtr LanguageManager::openSystemBundle() const {
-  const auto open = [&](std::string_view code) { return openBundle(code); };
+LanguageManager::SystemTexts LanguageManager::openSystemTexts() const {
+  const auto open = [&](std::string_view code) {
+    auto strings = openBundle(code);
+    return strings ? std::optional(SystemTexts{std::string(code), std::move(strings)}) : std::nullopt;
+  };
   auto found = findPreferred(platform_.locale().preferredLanguages(), open);
-  if (!found) found = openBundle(fallbackCode);
-  return found ? found : std::make_shared<const platform::LocalizedStrings>();
+  return found ? std::move(*found) : SystemTexts{std::string(fallbackCode), openBundle(fallbackCode)};
 }
 
 platform::LocalizedStringsPtr LanguageManager::openBundle(std::string_view code) const {

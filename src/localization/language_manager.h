@@ -1,6 +1,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,9 @@ class LanguageManager : public ObservableObject {
   const std::string& resolvedCode() const { return resolvedCode_; }
   // The texts of the language in use; null when the program has no folder of it.
   const platform::LocalizedStringsPtr& localizedBundle() const { return localizedBundle_; }
+  // The language that texts are shown in: the one in use, or where the program has no texts in it, the one that stands
+  // in. Pages are read in its direction.
+  const std::string& shownCode() const;
 
   // The only way to change the choice. Takes effect, is stored and told to the widget at once.
   void select(std::string code);
@@ -44,11 +48,16 @@ class LanguageManager : public ObservableObject {
   std::string localizedString(std::string_view key, std::initializer_list<FormatArgument> arguments) const;
 
  private:
+  struct SystemTexts {
+    std::string code;
+    platform::LocalizedStringsPtr strings;  // null when the program has no folder at all
+  };
+
   void storeSelection();
   void publishResolvedCode();
   const std::string* find(std::string_view key) const;
-  const platform::LocalizedStringsPtr& systemBundle() const;
-  platform::LocalizedStringsPtr openSystemBundle() const;
+  const SystemTexts& systemTexts() const;
+  SystemTexts openSystemTexts() const;
   platform::LocalizedStringsPtr openBundle(std::string_view code) const;
 
   platform::Platform& platform_;
@@ -57,7 +66,7 @@ class LanguageManager : public ObservableObject {
   std::string resolvedCode_;
   platform::LocalizedStringsPtr localizedBundle_;
   // What the program's resources answer by themselves, found when it is first asked for.
-  mutable platform::LocalizedStringsPtr systemBundle_;
+  mutable std::optional<SystemTexts> systemTexts_;
 };
 
 }  // namespace hushpane

@@ -20,4 +20,8 @@ extern const std::array<SupportedLanguage, 35> supportedLanguages;
 // The one with exactly that code; null when there is none.
 const SupportedLanguage* supportedLanguage(std::string_view code);
 
+// Whether the language of a tag is read from right to left: by the script that the tag names, else by the one that the
+// language is written in.
+bool isRightToLeft(std::string_view tag);
+
 }  // namespace hushpane

@@ -106,12 +106,52 @@ TEST_F(LanguageManagerTest, TheChoiceInForceCanBeChosenAgainWithoutEffect) {
   EXPECT_TRUE(storage.standardDefaults.empty());
 }
 
-TEST_F(LanguageManagerTest, AnnouncesOnceAllIsNew) {
+TEST_F(LanguageManagerTest, ObserversSeeALanguageAndItsTextsTogether) {
+  writeTexts("en");
   writeTexts("ja");
+  launch({"en"});
   std::vector<std::string> seen;
-  const auto token = languages().observe([&] { seen.push_back(languages().selection() + ": " + text()); });
+  const auto token = languages().observe([&] {
+    seen.push_back(languages().selection() + ": " + languages().resolvedCode() + ", " + languages().shownCode() + ", " +
+                   text());
+  });
   languages().select("ja");
-  EXPECT_EQ(seen, (std::vector<std::string>{"system: Mode", "ja: Mode", "ja: Mode in ja"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"system: en, en, Mode in en", "ja: en, en, Mode in en",
+                                            "ja: ja, ja, Mode in ja"}));
+}
+
+TEST_F(LanguageManagerTest, AnObserverMayChooseAnotherLanguage) {
+  writeTexts("de");
+  writeTexts("ja");
+  for (const int which : {0, 1, 2}) {
+    storage.standardDefaults.clear();
+    launch({"en"});
+    int announcements = 0;
+    const auto token = languages().observe([&] {
+      if (announcements++ == which) languages().select("de");
+    });
+    languages().select("ja");
+    const auto chosen = languages().selection();
+    EXPECT_EQ(languages().resolvedCode(), chosen) << which;
+    EXPECT_EQ(text(), "Mode in " + chosen) << which;
+    EXPECT_EQ(published(), chosen) << which;
+    EXPECT_EQ(storage.standardDefaults.at("hushpane.language"), chosen) << which;
+  }
+}
+
+TEST_F(LanguageManagerTest, PagesAreReadInTheDirectionOfTheTextsShown) {
+  writeTexts("he");
+  writeStrings("ar", "\"Mode\" = ");
+  launch({"he-IL"});
+  EXPECT_EQ(languages().shownCode(), "he");
+  for (const auto* code : {"fr", "ar"}) {
+    languages().select(code);
+    EXPECT_EQ(languages().resolvedCode(), code);
+    EXPECT_EQ(languages().shownCode(), "he") << "texts in " << code << " are missing or broken";
+    EXPECT_EQ(text(), "Mode in he");
+  }
+  launchWithSelection({"fr"}, "xx");
+  EXPECT_EQ(languages().shownCode(), "en") << "the language of the keys";
 }
 
 TEST_F(LanguageManagerTest, AnUnknownChoiceStaysInForceAndTheTextsAreTheSystems) {

@@ -36,5 +36,16 @@ TEST(SupportedLanguages, AreFoundByTheirExactCode) {
     EXPECT_FALSE(supportedLanguage(code)) << code;
 }
 
+TEST(SupportedLanguages, AreReadInTheDirectionOfTheirScript) {
+  std::vector<std::string_view> rightToLeft;
+  for (const auto& language : supportedLanguages)
+    if (isRightToLeft(language.code)) rightToLeft.push_back(language.code);
+  EXPECT_EQ(rightToLeft, (std::vector<std::string_view>{"ar", "he"}));
+  for (const auto* tag : {"ar-EG", "he-IL", "fa", "ur-PK", "ckb-IQ", "az-Arab", "uz-Arab-AF"})
+    EXPECT_TRUE(isRightToLeft(tag)) << tag;
+  for (const auto* tag : {"", "-", "--", "xx", "art", "arabic", "de-AR", "ar-Latn-EG", "ks-Deva", "system", "-ar"})
+    EXPECT_FALSE(isRightToLeft(tag)) << tag;
+}
+
 }  // namespace
 }  // namespace hushpane::tests
