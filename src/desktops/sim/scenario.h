@@ -94,6 +94,9 @@ struct PickWallpaper {
 struct SetDesktopPicture {
   std::optional<std::string> file;  // beside the scenario; nothing: the desktop draws its own
 };
+struct SetLanguages {
+  std::vector<std::string> tags;  // the best first
+};
 struct AskByWidget {
   std::string mode;
 };
@@ -144,9 +147,9 @@ using Command =
                  command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
                  command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
                  command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::PickWallpaper,
-                 command::AskByWidget, command::Shot, command::ExpectPixel, command::ExpectShown, command::ExpectLevel,
-                 command::ExpectAlpha, command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting,
-                 command::ExpectShared>;
+                 command::SetLanguages, command::AskByWidget, command::Shot, command::ExpectPixel, command::ExpectShown,
+                 command::ExpectLevel, command::ExpectAlpha, command::ExpectBelow, command::ExpectHotKeys,
+                 command::ExpectSetting, command::ExpectShared>;
 
 struct ScenarioLine {
   int number = 0;  // from 1

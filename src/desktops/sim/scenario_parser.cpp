@@ -157,6 +157,24 @@ Command readDesktopPicture(ScenarioReader& reader) {
   return SetDesktopPicture{reader.word("a file")};
 }
 
+bool isLanguageTag(std::string_view text) {
+  constexpr std::string_view allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-";
+  constexpr std::size_t longest = 35;  // BCP 47, section 4.4.1
+  return !text.empty() && text.size() <= longest && text.front() != '-' &&
+         text.find_first_not_of(allowed) == std::string_view::npos;
+}
+
+Command readLanguages(ScenarioReader& reader) {
+  if (reader.accept("none")) return SetLanguages{};
+  SetLanguages languages;
+  do {
+    languages.tags.push_back(reader.word("a language"));
+    if (!isLanguageTag(languages.tags.back()))
+      throw BadScenarioLine{"'" + languages.tags.back() + "' is no language tag"};
+  } while (!reader.atEnd());
+  return languages;
+}
+
 bool isFileName(std::string_view text) {
   constexpr std::string_view allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.";
   constexpr std::size_t longest = 100;
@@ -204,7 +222,7 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 18> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 19> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
@@ -220,6 +238,7 @@ constexpr std::array<std::pair<std::string_view, Read>, 18> commands{{
     {"space", [](ScenarioReader& reader) -> Command { return SwitchSpace{reader.integer("space", 0, highestSpace)}; }},
     {"desktop-picture", readDesktopPicture},
     {"wallpaper", readWallpaper},
+    {"languages", readLanguages},
     {"widget", [](ScenarioReader& reader) -> Command { return AskByWidget{reader.word("a mode")}; }},
     {"shot", readShot},
     {"expect", readExpect},

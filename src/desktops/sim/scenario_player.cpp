@@ -248,6 +248,11 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::PickWallpaper& command
   return {};
 }
 
+ScenarioPlayer::Result ScenarioPlayer::run(const command::SetLanguages& command) {
+  desktop_.locale().setPreferredLanguages(command.tags);
+  return {};
+}
+
 std::optional<std::filesystem::path> ScenarioPlayer::sharedFile() {
   const auto folder = desktop_.sharedContainer().url(applicationGroup);
   return folder ? std::optional(*folder / sharedFileName) : std::nullopt;

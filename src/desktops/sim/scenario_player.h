@@ -64,6 +64,7 @@ class ScenarioPlayer {
   Result run(const command::SwitchSpace& command);
   Result run(const command::SetDesktopPicture& command);
   Result run(const command::PickWallpaper& command);
+  Result run(const command::SetLanguages& command);
   Result run(const command::AskByWidget& command);
   Result run(const command::Shot& command);
   Result run(const command::ExpectPixel& command);

@@ -40,6 +40,9 @@ TEST(ScenarioParserTest, TellsTheFirstBadLineAndWhy) {
       {"key type 3 with", "1: missing modifier key"},
       {"key take 3 control", "1: expected 'with' instead of 'control'"},
       {"pointer jump", "1: expected 'move' instead of 'jump'"},
+      {"languages", "1: missing a language"},
+      {"languages de de_AT.UTF-8", "1: 'de_AT.UTF-8' is no language tag"},
+      {"languages none de", "1: unexpected 'de'"},
       {"expect hot-keys -1", "1: number -1 is out of range"},
       {"set key {a}", "1: 'a' in a dictionary is no KEY=VALUE"},
       {"shot ../escape", "1: '../escape' is no name for a picture"},
@@ -101,12 +104,16 @@ TEST(ScenarioParserTest, SurvivesRandomAndMutatedText) {
   EXPECT_GT(bad, 1000u);
 }
 
-// Keeps one cover on every desktop that it is launched on, half black, and counts the launches in a setting.
+// Keeps one cover on every desktop that it is launched on, half black, and tells the number of its launches and the
+// languages that it finds in settings.
 struct SmallProgram {
   explicit SmallProgram(platform::Platform& platform)
       : cover(platform.windows().makeWindow({0, 0, 1440, 900}, {.isOpaque = false})) {
     auto& defaults = platform.userDefaults();
     defaults.set("launches", defaults.get<std::int64_t>("launches").value_or(0) + 1);
+    std::string preferred;
+    for (const auto& language : platform.locale().preferredLanguages()) preferred += language + ";";
+    defaults.set("languages", preferred);
     cover->contentView().setLayerColor({0, 0, 0, 0.5});
     cover->orderFront();
     platform.application().setOpenUrlsHandler([this](const auto&) {
@@ -168,6 +175,15 @@ TEST_F(PlayScenarioTest, PlaysAWholeDay) {
                                            "expect pixel 200 300 ffffff\n"
                                            "launch\n"
                                            "expect setting launches 2\n"
+                                           "expect setting languages en;\n"
+                                           "quit\n"
+                                           "languages de-AT zh-Hans\n"
+                                           "launch\n"
+                                           "expect setting languages de-AT;zh-Hans;\n"
+                                           "quit\n"
+                                           "languages none\n"
+                                           "launch\n"
+                                           "expect setting languages \"\"\n"
                                            "set launches absent\n"
                                            "expect setting launches absent\n"
                                            "window code close\n"
