@@ -165,6 +165,7 @@ void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
     from[0] -= origin.x;
     from[1] -= origin.y;
     node->place.animate(std::move(from), source->velocity, numbersOf(frame), *node->animation, now);
+    for (Node* arrived = node; arrived && arrived->isNew; arrived = arrived->parent) arrived->presence.reset();
   }
   forEachNode(*root_, [](Node& node) { node.isNew = false; });
 }
