@@ -10,7 +10,8 @@ namespace hushpane::declarative {
 // What a view inherits from those around it.
 struct Environment {
   Appearance appearance = Appearance::light;
-  // From right to left, the page is laid out as ever and mirrored as a whole; texts and pictures are not.
+  // Where it changes, what is below is laid out as ever, from its leading edge, and mirrored as a whole; its texts and
+  // pictures are not.
   platform::LayoutDirection direction = platform::LayoutDirection::leftToRight;
   std::string locale = "en";  // a language tag
   AdaptiveColor foreground = primary;

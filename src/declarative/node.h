@@ -37,6 +37,9 @@ struct Node {
   bool isDirty = false;
   Environment environment;  // as the body last saw it; of a text or symbol, what it is drawn in
 
+  // Its content reads in the other direction than what is around it.
+  bool isMirrored = false;
+
   // Of the rendering under way.
   bool isNew = true;
   bool valueChanged = false;           // of an animation on a value, or of an observer of one

@@ -29,6 +29,7 @@ struct Mapping {
     return {scaleX < 0 ? first.x - width : first.x, first.y, width, rect.height * scaleY};
   }
   Mapping movedBy(Point by) const { return {scaleX, scaleY, at(by)}; }
+  Mapping mirrored(double width) const { return {-scaleX, scaleY, at({width, 0})}; }
   Mapping scaledBy(double factor, Point around) const {
     const Point origin{around.x * (1 - factor), around.y * (1 - factor)};
     return {scaleX * factor, scaleY * factor, at(origin)};
@@ -95,7 +96,8 @@ class PageDrawing {
 
 void PageDrawing::add(const Node& node, const Mapping& outer, bool rests, Drawings& drawings) const {
   const Rect place = node.current();
-  const Mapping mapping = outer.movedBy({place.x, place.y});
+  Mapping mapping = outer.movedBy({place.x, place.y});
+  if (node.isMirrored) mapping = mapping.mirrored(place.width);
   const bool carriesContent =
       std::holds_alternative<kinds::Offset>(node.kind) || std::holds_alternative<kinds::Scale>(node.kind);
   const bool restsToo = rests && !node.place.isMoving() && !(carriesContent && node.looks.isMoving());
@@ -292,7 +294,8 @@ void PageDrawing::add(const Node& node, const kinds::Button&, const Mapping& map
 Drawings drawingsOf(const Node& root, platform::LayoutDirection direction, double scale) {
   Drawings drawings;
   const bool isMirrored = direction == platform::LayoutDirection::rightToLeft;
-  const Mapping mapping = isMirrored ? Mapping{-1, 1, {root.current().width, 0}} : Mapping{};
+  Mapping mapping;
+  if (isMirrored) mapping = mapping.mirrored(root.current().width);
   PageDrawing(scale).add(root, mapping, true, drawings);
   return drawings;
 }

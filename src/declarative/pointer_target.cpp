@@ -21,6 +21,7 @@ Rect bounds(const Node& node) {
 Point within(const Node& node, Point point) {
   const Rect place = node.current();
   Point inside{point.x - place.x, point.y - place.y};
+  if (node.isMirrored) inside.x = place.width - inside.x;
   if (std::holds_alternative<kinds::Offset>(node.kind)) {
     const Point offset = offsetFrom(node.looks.current());
     inside = {inside.x - offset.x, inside.y - offset.y};

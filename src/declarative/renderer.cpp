@@ -141,6 +141,7 @@ void Renderer::render(Node& node, const Environment& inherited, const std::optio
   } else if (const auto* change = std::get_if<kinds::EnvironmentChange>(&node.kind)) {
     Environment environment = inherited;
     change->change(environment);
+    node.isMirrored = environment.direction != inherited.direction;
     renderChildren(node, environment);
   } else {
     if (node.identity) renderBody(node, inherited);
