@@ -36,7 +36,8 @@ class CairoCanvas : public platform::Canvas {
  private:
   struct Layer;
 
-  Layer& top() { return layers_.back(); }
+  Layer& top();
+  const ContextPtr& context();
 
   double scale_;
   std::vector<Layer> layers_;  // the picture first

@@ -6,6 +6,8 @@
 
 namespace hushpane::desktops {
 
+class TextSetter;
+
 // Sets texts in the interface font, whatever scripts they hold. Keeps the layouts asked for last, because a page asks
 // for the same text many times in a row. Used on one thread.
 class PangoTextEngine : public platform::TextEngine {
@@ -16,9 +18,8 @@ class PangoTextEngine : public platform::TextEngine {
   platform::TextLayoutPtr layout(const std::string& text, const platform::TextStyle& style, double width) override;
 
  private:
-  class Setter;
   class Cache;
-  std::unique_ptr<Setter> setter_;
+  std::unique_ptr<TextSetter> setter_;  // made with the first text: fonts take memory
   std::unique_ptr<Cache> cache_;
 };
 

@@ -1,0 +1,32 @@
+#include "desktops/shared/pango_glyphs.h"
+
+#include <hb-ot.h>
+#include <pango/pangocairo.h>
+
+namespace hushpane::desktops {
+
+bool hasColoredGlyphs(PangoFont* font) {
+  hb_font_t* outlines = font ? pango_font_get_hb_font(font) : nullptr;
+  return outlines && hb_ot_color_has_png(hb_font_get_face(outlines));
+}
+
+void forEachRun(PangoLayoutLine* line, const std::function<void(const PangoGlyphItem&, double x)>& visit) {
+  int x = 0;
+  for (GSList* entry = line->runs; entry; entry = entry->next) {
+    const auto& run = *static_cast<const PangoGlyphItem*>(entry->data);
+    visit(run, pango_units_to_double(x));
+    x += pango_glyph_string_get_width(run.glyphs);
+  }
+}
+
+void addOutlines(const ContextPtr& context, const PangoGlyphItem& run) {
+  context->move_to(0, 0);
+  pango_cairo_glyph_string_path(context->cobj(), run.item->analysis.font, run.glyphs);
+}
+
+void showGlyphs(const ContextPtr& context, const PangoGlyphItem& run) {
+  context->move_to(0, 0);
+  pango_cairo_show_glyph_string(context->cobj(), run.item->analysis.font, run.glyphs);
+}
+
+}  // namespace hushpane::desktops
