@@ -29,7 +29,7 @@ struct Mapping {
     return {scaleX < 0 ? first.x - width : first.x, first.y, width, rect.height * scaleY};
   }
   Mapping movedBy(Point by) const { return {scaleX, scaleY, at(by)}; }
-  Mapping mirrored(double width) const { return {-scaleX, scaleY, at({width, 0})}; }
+  Mapping mirrored(double width) const { return {-scaleX, scaleY, at(Point{width, 0})}; }
   Mapping scaledBy(double factor, Point around) const {
     const Point origin{around.x * (1 - factor), around.y * (1 - factor)};
     return {scaleX * factor, scaleY * factor, at(origin)};
