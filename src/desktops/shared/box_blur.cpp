@@ -20,9 +20,13 @@ using Count = std::uint16_t;
 // Weights in 1/65536: `inner` of each of 2 * reach + 1 pixels, `outer` of the one pixel beyond at either side.
 struct Box {
   int reach = 0;  // at most 7
-  std::uint32_t inner = 0;
-  std::uint32_t outer = 0;
+  Count inner = 0;
+  Count outer = 0;
 };
+
+constexpr Count highHalf(Count a, Count b) {
+  return static_cast<Count>(std::uint32_t{a} * b >> 16);
+}
 
 Box boxOf(double variance) {
   Box box;
@@ -32,20 +36,19 @@ Box boxOf(double variance) {
   const double beyond = (box.reach + 1.0) * (box.reach + 1.0);
   const double outer = (variance * pixels - innerSpread) / (2 * (beyond - variance));
   const double one = 65535 / (pixels + 2 * outer);
-  box.inner = static_cast<std::uint32_t>(one);
-  box.outer = static_cast<std::uint32_t>(one * outer);
+  box.inner = static_cast<Count>(one);
+  box.outer = static_cast<Count>(one * outer);
   return box;
 }
 
 // One row of means from the sums of its box, and the sums moved on to the next row.
 void averageRow(Count* __restrict sums, const std::uint8_t* before, const std::uint8_t* first,
                 const std::uint8_t* after, std::uint8_t* __restrict result, std::size_t length, const Box& box) {
-  const std::uint32_t inner = box.inner;
-  const std::uint32_t outer = box.outer;
+  const Count inner = box.inner;
+  const Count outer = box.outer;
   for (std::size_t i = 0; i < length; ++i) {
     const auto beyond = static_cast<Count>((before[i] + after[i]) << sumBits);
-    const auto mean = static_cast<Count>(static_cast<Count>(sums[i] * inner >> 16) +
-                                         static_cast<Count>(beyond * outer >> 16) + (1 << (sumBits - 1)));
+    const auto mean = static_cast<Count>(highHalf(sums[i], inner) + highHalf(beyond, outer) + (1 << (sumBits - 1)));
     result[i] = static_cast<std::uint8_t>(mean >> sumBits);
     sums[i] = static_cast<Count>(sums[i] + ((after[i] - first[i]) << sumBits));
   }

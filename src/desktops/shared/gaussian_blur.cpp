@@ -14,7 +14,7 @@ constexpr double leastDeviation = 0.05;  // pixels; less changes nothing
 constexpr double largestDeviation = 1000;
 // A wider blur leaves no detail of this size (pixels, in standard deviations), so that it is computed on a smaller
 // picture.
-constexpr double deviationLeft = 3;
+constexpr double deviationLeft = 2;
 
 bool blurs(double deviation) {
   return deviation > leastDeviation;

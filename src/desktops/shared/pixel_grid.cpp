@@ -55,6 +55,18 @@ void blendRows(const PixelBytes& small, const Between& place, std::vector<std::u
   for (std::size_t i = 0; i < line.size(); ++i) line[i] = first[i] * (256 - place.share) + second[i] * place.share;
 }
 
+// Spreads the blended row over all columns.
+template <int channels>
+void expandRow(const std::vector<std::uint32_t>& line, const std::vector<Between>& columns, std::uint8_t* result) {
+  const std::uint32_t* squares = line.data();
+  for (const auto [first, second, share] : columns)
+    for (int channel = 0; channel < channels; ++channel) {
+      const std::uint32_t left = squares[first * channels + channel];
+      const std::uint32_t right = squares[second * channels + channel];
+      *result++ = static_cast<std::uint8_t>((left * (256 - share) + right * share + 0x8000) >> 16);
+    }
+}
+
 }  // namespace
 
 PixelGrid shrunk(const PixelBytes& pixels, int factor) {
@@ -69,19 +81,16 @@ PixelGrid shrunk(const PixelBytes& pixels, int factor) {
 }
 
 void expand(const PixelBytes& small, int factor, const PixelBytes& pixels) {
-  const int channels = pixels.bytesPerPixel;
   std::vector<Between> columns;
   for (int x = 0; x < pixels.width; ++x) columns.push_back(between(x, factor, small.width));
-  std::vector<std::uint32_t> line(static_cast<std::size_t>(small.width * channels));
+  std::vector<std::uint32_t> line(static_cast<std::size_t>(small.width * small.bytesPerPixel));
   for (int y = 0; y < pixels.height; ++y) {
     blendRows(small, between(y, factor, small.height), line);
     std::uint8_t* result = pixels.first + y * pixels.stride;
-    for (const auto& [first, second, share] : columns) {
-      const std::uint32_t* left = line.data() + first * channels;
-      const std::uint32_t* right = line.data() + second * channels;
-      for (int channel = 0; channel < channels; ++channel)
-        *result++ = static_cast<std::uint8_t>((left[channel] * (256 - share) + right[channel] * share + 0x8000) >> 16);
-    }
+    if (pixels.bytesPerPixel == 4)
+      expandRow<4>(line, columns, result);
+    else
+      expandRow<1>(line, columns, result);
   }
 }
 
