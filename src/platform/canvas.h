@@ -41,9 +41,9 @@ struct Shadow {
 // How a group of drawings comes onto the canvas as one. Applied in the order of the members: blurred, its colours
 // moved towards their grey, its shadows behind it, all of it faded.
 struct LayerEffect {
-  double blurRadius = 0;        // points; the standard deviation of the Gaussian
-  double saturation = 1;        // 0: grey
-  std::vector<Shadow> shadows;  // the later ones further behind
+  double blurRadius = 0;             // points; the standard deviation of the Gaussian
+  double saturation = 1;             // 0: grey
+  std::vector<Shadow> shadows = {};  // the later ones further behind
   double opacity = 1;
   bool operator==(const LayerEffect&) const = default;
 };

@@ -16,7 +16,7 @@ struct Font {
   double size = 13;
   FontWeight weight = FontWeight::regular;
   bool italic = false;
-  double tracking = 0;  // points added after every letter
+  double tracking = 0;  // points added between letters, but not where they join
   bool operator==(const Font&) const = default;
 };
 

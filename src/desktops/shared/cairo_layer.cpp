@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <ranges>
 
 #include "desktops/shared/gaussian_blur.h"
 
@@ -146,8 +145,8 @@ void paintGroup(const ContextPtr& context, const CairoGroup& group, const platfo
   if (effect.saturation != 1) saturate(group.surface, effect.saturation);
   const bool fadesTogether = effect.opacity < 1 && !effect.shadows.empty();
   if (fadesTogether) context->push_group();
-  for (const auto& shadow : std::views::reverse(effect.shadows))
-    if (isSeen(shadow)) paintShadow(context, group, shadow, scale);
+  for (auto shadow = effect.shadows.rbegin(); shadow != effect.shadows.rend(); ++shadow)
+    if (isSeen(*shadow)) paintShadow(context, group, *shadow, scale);
   context->set_source(group.surface, group.area.x, group.area.y);
   context->paint_with_alpha(fadesTogether ? 1 : effect.opacity);
   if (!fadesTogether) return;

@@ -19,6 +19,16 @@ void forEachRun(PangoLayoutLine* line, const std::function<void(const PangoGlyph
   }
 }
 
+platform::Rect inkOf(PangoLayoutLine* line) {
+  bool hasFont = true;
+  forEachRun(line, [&hasFont](const PangoGlyphItem& run, double) { hasFont = hasFont && run.item->analysis.font; });
+  if (!hasFont) return {};  // Pango's answer would be of no meaning
+  PangoRectangle ink;
+  pango_layout_line_get_extents(line, &ink, nullptr);
+  return {pango_units_to_double(ink.x), pango_units_to_double(ink.y), pango_units_to_double(ink.width),
+          pango_units_to_double(ink.height)};
+}
+
 void addOutlines(const ContextPtr& context, const PangoGlyphItem& run) {
   context->move_to(0, 0);
   pango_cairo_glyph_string_path(context->cobj(), run.item->analysis.font, run.glyphs);

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "desktops/shared/cairo_picture.h"
+#include "platform/geometry.h"
 
 namespace hushpane::desktops {
 
@@ -13,6 +14,9 @@ bool hasColoredGlyphs(PangoFont* font);
 
 // The runs of a line from left to right, with the place of each from the line's start, in points.
 void forEachRun(PangoLayoutLine* line, const std::function<void(const PangoGlyphItem&, double x)>& visit);
+
+// What the line's glyphs cover, in points from its baseline's start; nothing where the machine has no font at all.
+platform::Rect inkOf(PangoLayoutLine* line);
 
 // Adds the outlines of the run, its baseline's start at the context's origin. Cairo would set glyphs to whole pixels;
 // outlines stand where they belong.

@@ -45,11 +45,8 @@ void forEachPlacedRun(const ContextPtr& context, const PangoTextLayout::Setting&
 PixelArea inkArea(const PangoTextLayout::Setting& setting, double pixelsPerPoint) {
   PixelArea all;
   for (const auto& line : setting.lines) {
-    PangoRectangle ink;
-    pango_layout_line_get_extents(line.line, &ink, nullptr);
-    const auto points = [](int units) { return pango_units_to_double(units); };
-    const platform::Rect rect{line.x + points(ink.x), line.baseline + points(ink.y), points(ink.width),
-                              points(ink.height)};
+    const auto ink = inkOf(line.line);
+    const platform::Rect rect{line.x + ink.x, line.baseline + ink.y, ink.width, ink.height};
     const auto area = pixelsTouched(rect, pixelsPerPoint).outset(2);
     all = all.isEmpty() ? area : all.united(area);
   }
@@ -106,9 +103,11 @@ void PangoTextLayout::draw(const ContextPtr& context, platform::Point origin, do
       inkArea(setting_, pixelsPerPoint)
           .moved(static_cast<int>(std::clamp(whole.x, -1e6, 1e6)), static_cast<int>(std::clamp(whole.y, -1e6, 1e6)));
   if (area.intersection(clippedArea(context)).isEmpty()) return;
-  setColor(context, color);
   context->save();
+  context->rectangle(area.x, area.y, area.width, area.height);
+  context->clip();
   context->translate(whole.x, whole.y);
+  setColor(context, color);
   if (static_cast<double>(area.width) * area.height <= largestMask) {
     const auto& mask = maskFor(pixelsPerPoint, fraction, snap);
     context->mask(mask.surface, mask.offset.x, mask.offset.y);

@@ -28,6 +28,13 @@ constexpr double sizeLimit = 2000;  // points; larger letters are no text
 // height and its baseline in every language. It grows only for letters that reach out of it by more than this, in font
 // sizes: stacked marks. Line heights that fonts of other scripts announce are mostly air.
 constexpr double toleratedReach = 0.125;
+// However many marks somebody stacks.
+constexpr double largestReach = 2;
+
+// How far the line goes above or below its baseline, for glyphs that reach so far.
+double reachOr(double base, double glyphs, double fontSize) {
+  return glyphs > base + toleratedReach * fontSize ? std::min(glyphs, largestReach * fontSize) : base;
+}
 
 // Where the machine has no font at all.
 constexpr double defaultAscent = 0.97;
@@ -173,16 +180,13 @@ TextSetter::LineMetrics TextSetter::metricsOf(const platform::Font& font, double
 // Puts the lines below one another, and beside one another as the style aligns them.
 void TextSetter::place(PangoTextLayout::Setting& setting, const platform::TextStyle& style) {
   const auto base = metricsOf(style.font, setting.fontScale);
-  const double tolerated = toleratedReach * sizeOf(style.font, setting.fontScale);
+  const double size = sizeOf(style.font, setting.fontScale);
   double widest = 0, y = 0;
   for (auto& line : setting.lines) {
-    PangoRectangle ink;
-    pango_layout_line_get_extents(line.line, &ink, nullptr);
-    const double above = pango_units_to_double(-ink.y);
-    const double below = pango_units_to_double(ink.y + ink.height);
+    const auto ink = inkOf(line.line);
     if (&line != &setting.lines.front()) y += style.lineSpacing;
-    line.baseline = y + (above > base.ascent + tolerated ? above : base.ascent);
-    y = line.baseline + (below > base.descent + tolerated ? below : base.descent);
+    line.baseline = y + reachOr(base.ascent, -ink.y, size);
+    y = line.baseline + reachOr(base.descent, ink.bottom(), size);
     widest = std::max(widest, widthOf(line.line));
   }
   const bool isRightToLeft = style.direction == platform::LayoutDirection::rightToLeft;
