@@ -11,13 +11,13 @@ namespace hushpane::desktops {
 namespace {
 
 constexpr double leastDeviation = 0.05;  // pixels; less changes nothing
-constexpr double largestDeviation = 1000;
+constexpr double largestDeviation = 200;
 // A wider blur leaves no detail of this size (pixels, in standard deviations), so that it is computed on a smaller
 // picture.
 constexpr double deviationLeft = 2;
 
 bool blurs(double deviation) {
-  return deviation > leastDeviation;
+  return std::isfinite(deviation) && deviation > leastDeviation;
 }
 
 int shrinkFor(double deviation) {

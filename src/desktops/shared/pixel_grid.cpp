@@ -1,6 +1,7 @@
 #include "desktops/shared/pixel_grid.h"
 
 #include <algorithm>
+#include <array>
 
 namespace hushpane::desktops {
 
@@ -15,7 +16,9 @@ void sumRows(const PixelBytes& pixels, int row, int factor, std::vector<std::uin
   std::ranges::fill(sums, 0);
   for (int y = row; y < row + factor; ++y) {
     const std::uint8_t* bytes = pixels.first + std::min(y, pixels.height - 1) * pixels.stride;
-    for (std::size_t i = 0; i < sums.size(); ++i) sums[i] += bytes[i];
+    std::uint32_t* sum = sums.data();
+    const std::size_t count = sums.size();
+    for (std::size_t i = 0; i < count; ++i) sum[i] += bytes[i];
   }
 }
 
@@ -48,23 +51,57 @@ Between between(int pixel, int factor, int squares) {
   return {first, std::min(first + 1, squares - 1), static_cast<std::uint32_t>((from % step) * 256 / step)};
 }
 
-// A row between two rows of squares, in 1/256.
-void blendRows(const PixelBytes& small, const Between& place, std::vector<std::uint32_t>& line) {
-  const std::uint8_t* first = small.first + place.first * small.stride;
-  const std::uint8_t* second = small.first + place.second * small.stride;
-  for (std::size_t i = 0; i < line.size(); ++i) line[i] = first[i] * (256 - place.share) + second[i] * place.share;
+using ExpandedRow = std::vector<std::uint16_t>;  // in 1/256
+
+template <int channels>
+void expandColumns(const std::uint8_t* squares, const std::vector<Between>& columns, ExpandedRow& row) {
+  std::uint16_t* result = row.data();
+  for (const auto [first, second, share] : columns)
+    for (int channel = 0; channel < channels; ++channel)
+      *result++ = static_cast<std::uint16_t>(squares[first * channels + channel] * (256 - share) +
+                                             squares[second * channels + channel] * share);
 }
 
-// Spreads the blended row over all columns.
-template <int channels>
-void expandRow(const std::vector<std::uint32_t>& line, const std::vector<Between>& columns, std::uint8_t* result) {
-  const std::uint32_t* squares = line.data();
-  for (const auto [first, second, share] : columns)
-    for (int channel = 0; channel < channels; ++channel) {
-      const std::uint32_t left = squares[first * channels + channel];
-      const std::uint32_t right = squares[second * channels + channel];
-      *result++ = static_cast<std::uint8_t>((left * (256 - share) + right * share + 0x8000) >> 16);
-    }
+// The rows of squares as wide as the pixels. Keeps the last two.
+class ExpandedRows {
+ public:
+  ExpandedRows(const PixelBytes& small, int factor, int width)
+      : small_(small), rows_(2, ExpandedRow(static_cast<std::size_t>(width * small.bytesPerPixel))) {
+    columns_.reserve(static_cast<std::size_t>(width));
+    for (int x = 0; x < width; ++x) columns_.push_back(between(x, factor, small.width));
+  }
+
+  const ExpandedRow& row(int index) {
+    const auto place = static_cast<std::size_t>(index % 2);
+    if (indices_[place] == index) return rows_[place];
+    indices_[place] = index;
+    const std::uint8_t* squares = small_.first + index * small_.stride;
+    if (small_.bytesPerPixel == 4)
+      expandColumns<4>(squares, columns_, rows_[place]);
+    else
+      expandColumns<1>(squares, columns_, rows_[place]);
+    return rows_[place];
+  }
+
+ private:
+  PixelBytes small_;
+  std::vector<Between> columns_;
+  std::vector<ExpandedRow> rows_;
+  std::array<int, 2> indices_{-1, -1};
+};
+
+// In sixteen bits, of which processors do eight numbers at a time.
+void blendRows(const ExpandedRow& first, const ExpandedRow& second, std::uint32_t share, std::uint8_t* result) {
+  const auto secondWeight = static_cast<std::uint16_t>(share << 8);
+  const auto firstWeight = static_cast<std::uint16_t>(0xffff - secondWeight);
+  const std::uint16_t* above = first.data();
+  const std::uint16_t* below = second.data();
+  const std::size_t count = first.size();  // apart: a byte written might be part of the vector
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto fromAbove = static_cast<std::uint16_t>(std::uint32_t{above[i]} * firstWeight >> 16);
+    const auto fromBelow = static_cast<std::uint16_t>(std::uint32_t{below[i]} * secondWeight >> 16);
+    result[i] = static_cast<std::uint8_t>(static_cast<std::uint16_t>(fromAbove + fromBelow + 0x80) >> 8);
+  }
 }
 
 }  // namespace
@@ -81,16 +118,11 @@ PixelGrid shrunk(const PixelBytes& pixels, int factor) {
 }
 
 void expand(const PixelBytes& small, int factor, const PixelBytes& pixels) {
-  std::vector<Between> columns;
-  for (int x = 0; x < pixels.width; ++x) columns.push_back(between(x, factor, small.width));
-  std::vector<std::uint32_t> line(static_cast<std::size_t>(small.width * small.bytesPerPixel));
+  ExpandedRows rows(small, factor, pixels.width);
   for (int y = 0; y < pixels.height; ++y) {
-    blendRows(small, between(y, factor, small.height), line);
-    std::uint8_t* result = pixels.first + y * pixels.stride;
-    if (pixels.bytesPerPixel == 4)
-      expandRow<4>(line, columns, result);
-    else
-      expandRow<1>(line, columns, result);
+    const auto place = between(y, factor, small.height);
+    const auto& first = rows.row(place.first);
+    blendRows(first, rows.row(place.second), place.share, pixels.first + y * pixels.stride);
   }
 }
 
