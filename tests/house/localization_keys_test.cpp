@@ -1,0 +1,159 @@
+#include <glib.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <set>
+
+#include "desktops/shared/strings_table.h"
+#include "house/key_literals.h"
+#include "localization/supported_language.h"
+#include "support/temporary_folder.h"
+
+namespace hushpane::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Names = std::set<std::string>;
+using Texts = platform::LocalizedStrings;
+
+Names usedKeys() {
+  Names keys;
+  for (const auto& entry : fs::recursive_directory_iterator(fs::path(HUSHPANE_SOURCE_DIR) / "src")) {
+    const auto extension = entry.path().extension();
+    if (extension != ".h" && extension != ".cpp") continue;
+    for (const auto& literal : LiteralScanner(contentsOf(entry.path())).literals())
+      if (literal.isKey) keys.insert(literal.text);
+  }
+  return keys;
+}
+
+struct Folder {
+  std::string code;
+  fs::path file;
+  Texts texts;
+};
+
+// The folders of texts that the program comes with.
+std::vector<Folder> folders() {
+  std::vector<Folder> found;
+  for (const auto& entry : fs::directory_iterator(fs::path(HUSHPANE_SOURCE_DIR) / "resources")) {
+    if (entry.path().extension() != ".lproj") continue;
+    const auto file = entry.path() / "Localizable.strings";
+    found.push_back({entry.path().stem(), file, desktops::readStringsTable(file)});
+  }
+  return found;
+}
+
+Names keysOf(const Texts& texts) {
+  Names keys;
+  for (const auto& [key, text] : texts) keys.insert(key);
+  return keys;
+}
+
+Names without(const Names& names, const Names& others) {
+  Names left;
+  std::ranges::set_difference(names, others, std::inserter(left, left.end()));
+  return left;
+}
+
+// What stands for an argument in a text: its number, and whether it takes a text or a whole number. Other per cent
+// signs are entries of number 0.
+std::multiset<std::pair<std::size_t, char>> placesOf(std::string_view text) {
+  std::multiset<std::pair<std::size_t, char>> places;
+  std::size_t taken = 0;
+  for (auto sign = text.find('%'); sign != text.npos; sign = text.find('%')) {
+    text.remove_prefix(sign + 1);
+    const auto digits = std::min(text.find_first_not_of("0123456789"), text.size());
+    const bool isNumbered = digits > 0 && text.substr(digits).starts_with('$');
+    const auto number = isNumbered ? std::stoul(std::string(text.substr(0, digits))) : 0;
+    if (isNumbered) text.remove_prefix(digits + 1);
+    text.remove_prefix(std::min(text.find_first_not_of("hlqz"), text.size()));
+    const char conversion = text.empty() ? '\0' : text.front();
+    const char kind = conversion == 'i' || conversion == 'u' ? 'd' : conversion;
+    const bool isPlace = kind == '@' || kind == 'd';
+    places.emplace(!isPlace ? 0 : isNumbered ? number : ++taken, kind);
+    if (!text.empty()) text.remove_prefix(1);
+  }
+  return places;
+}
+
+constexpr gunichar firstStrongIsolate = 0x2068, popIsolate = 0x2069;
+
+// The other characters that turn the direction of what follows; an isolate alone cannot leak out of its text.
+bool isDirectionControl(gunichar character) {
+  return character == 0x200E || character == 0x200F || character == 0x061C ||
+         (character >= 0x202A && character <= 0x202E) || character == 0x2066 || character == 0x2067;
+}
+
+// What is wrong with the characters of a text; empty when nothing is.
+std::string faultOf(const std::string& text) {
+  if (text.empty()) return "empty";
+  if (!g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr)) return "no UTF-8";
+  const std::unique_ptr<char, decltype(&g_free)> composed(
+      g_utf8_normalize(text.data(), static_cast<gssize>(text.size()), G_NORMALIZE_NFC), g_free);
+  if (text != composed.get()) return "not composed (NFC)";
+  int open = 0;
+  for (const char* at = text.c_str(); *at; at = g_utf8_next_char(at)) {
+    const auto character = g_utf8_get_char(at);
+    if (g_unichar_iscntrl(character)) return "a control character";
+    if (isDirectionControl(character)) return "a direction control that is no isolate";
+    open += character == firstStrongIsolate ? 1 : character == popIsolate ? -1 : 0;
+    if (open < 0 || open > 1) return "isolates that do not pair";
+  }
+  return open == 0 ? "" : "isolates that do not pair";
+}
+
+TEST(LocalizationKeysTest, LiteralsAreFoundAsCompilersReadThem) {
+  const auto keys = [](std::string_view source) {
+    std::vector<std::string> found;
+    for (const auto& literal : LiteralScanner(source).literals())
+      if (literal.isKey) found.push_back(literal.text);
+    return found;
+  };
+  using Found = std::vector<std::string>;
+  EXPECT_EQ(keys(R"(f("A"_key, "B", x ? "C"_key : "D"_key);)"), (Found{"A", "C", "D"}));
+  EXPECT_EQ(keys(R"(// "A"_key
+    /* "B"_key " */ '"' + 1'000 + '\'' + "\"//\\"_key)"),
+            Found{"\"//\\"});
+  EXPECT_EQ(keys("\"one \" // and\n  \"two\"_key, \"three\" + \"four\"_key"), (Found{"one two", "four"}));
+  EXPECT_EQ(keys(R"("\u2026\U0001F30E\x41\t"_key)"), Found{"\u2026\U0001F30EA\t"});
+  EXPECT_EQ(keys("R\"(a\"b\\)\"_key R\"x(c)\")x\"_key"), (Found{"a\"b\\c)\""}));
+  EXPECT_EQ(keys(R"("A"_keys, "B"_k, operator""_key(const char*))"), Found{""});
+  EXPECT_EQ(keys(R"("\U2068%@\U2069" "%"_key)"), Found{"\u2068%@\u2069%"}) << "four digits, as in tables of strings";
+  EXPECT_EQ(keys("\"not ended"), Found{});
+}
+
+TEST(LocalizationKeysTest, EveryFolderHoldsTheKeysThatPagesUseAndNoOthers) {
+  auto used = usedKeys();
+  used.erase("");  // the operator itself
+  EXPECT_GT(used.size(), 10u);
+  const auto found = folders();
+  EXPECT_TRUE(std::ranges::count(found, "en", &Folder::code));
+  for (const auto& [code, file, texts] : found) {
+    EXPECT_TRUE(supportedLanguage(code)) << code;
+    ASSERT_FALSE(texts.empty()) << file << " cannot be read";
+    EXPECT_EQ(without(used, keysOf(texts)), Names{}) << "lacking in " << file;
+    EXPECT_EQ(without(keysOf(texts), used), Names{}) << "used by no page, but in " << file;
+  }
+}
+
+TEST(LocalizationKeysTest, EveryKeyIsTranslatedOnce) {
+  for (const auto& [code, file, texts] : folders()) {
+    const auto literals = LiteralScanner(contentsOf(file)).literals();
+    EXPECT_EQ(literals.size(), 2 * texts.size()) << "a key occurs twice, or alone, in " << file;
+  }
+}
+
+TEST(LocalizationKeysTest, EveryTextIsSound) {
+  for (const auto& [code, file, texts] : folders())
+    for (const auto& [key, text] : texts) {
+      EXPECT_EQ(faultOf(text), "") << code << ": " << key;
+      EXPECT_EQ(placesOf(text), placesOf(key)) << code << ": " << key << " = " << text;
+      EXPECT_TRUE(code != "en" || text == key) << text << ": the key is the English text " << key;
+    }
+}
+
+}  // namespace
+}  // namespace hushpane::tests
