@@ -13,7 +13,7 @@ const char* const helpText =
     "\n"
     "  URL          hushpane://mode/standard, hushpane://mode/cleanDesktop or hushpane://mode/focus;\n"
     "               handed to the running instance, or starts with it\n"
-    "  --sim        play a scenario file, or the built-in tour, on a simulated desktop\n"
+    "  --sim        play a scenario file, or a built-in one (tour, gallery), on a simulated desktop\n"
     "  --out DIR    where the scenario's pictures go (default: the current folder)\n"
     "  --help       this text\n"
     "  --version    the version\n";

@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <span>
@@ -5,6 +6,7 @@
 #include <variant>
 
 #include "app/command_line.h"
+#include "app/contact_sheets.h"
 #include "app/hushpane_app.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/sim/play_scenario.h"
@@ -33,8 +35,12 @@ int run(const UsageError& error) {
 }
 
 int run(const RunScenario& command) {
-  const auto scenario = command.scenario.value_or(desktops::resourceFolder() / "tour.scenario");
-  return sim::playScenario(scenario, command.outputFolder, HushpaneApp::launch, std::cout, std::cerr);
+  const auto scenario = command.scenario.value_or("tour");
+  const auto builtIn = desktops::resourceFolder() / (scenario.string() + ".scenario");
+  std::error_code ignored;
+  const bool isBuiltIn = !std::filesystem::exists(scenario, ignored) && std::filesystem::exists(builtIn, ignored);
+  return sim::playScenario(isBuiltIn ? builtIn : scenario, command.outputFolder,
+                           {HushpaneApp::launch, openContactSheet}, std::cout, std::cerr);
 }
 
 int start(std::unique_ptr<x11::X11Platform> desktop) {

@@ -1,10 +1,12 @@
 #include "declarative/drawing.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace hushpane::declarative {
 
 using platform::Canvas;
+using platform::Point;
 using platform::Rect;
 
 namespace {
@@ -41,6 +43,32 @@ void compare(const Drawings& before, const Drawings& after, Rect& all) {
   while (leftEnd != left && rightEnd != right && *(leftEnd - 1) == *(rightEnd - 1)) --leftEnd, --rightEnd;
   for (auto at = left; at != leftEnd; ++at) include(all, at->extent);
   for (auto at = right; at != rightEnd; ++at) include(all, at->extent);
+}
+
+void move(Point& point, Point offset) {
+  point = {point.x + offset.x, point.y + offset.y};
+}
+void move(Rect& rect, Point offset) {
+  rect.x += offset.x;
+  rect.y += offset.y;
+}
+void move(FilledPath& fill, Point offset) {
+  fill.path = fill.path.transformed(1, 1, offset);
+  if (auto* gradient = std::get_if<platform::LinearGradient>(&fill.paint)) {
+    move(gradient->start, offset);
+    move(gradient->end, offset);
+  }
+}
+void move(StrokedPath& stroke, Point offset) {
+  stroke.path = stroke.path.transformed(1, 1, offset);
+}
+void move(DrawnText& text, Point offset) {
+  move(text.origin, offset);
+}
+void move(DrawnImage&, Point) {}
+void move(Layer&, Point) {}
+void move(Clipping& clipping, Point offset) {
+  clipping.path = clipping.path.transformed(1, 1, offset);
 }
 
 void drawOne(const Drawing&, const FilledPath& fill, Canvas& canvas, const Rect&) {
@@ -83,6 +111,16 @@ Rect damage(const Drawings& before, const Drawings& after) {
   Rect all;
   compare(before, after, all);
   return all;
+}
+
+Drawings movedBy(Drawings drawings, Point offset) {
+  for (auto& drawing : drawings) {
+    std::visit([&](auto& what) { move(what, offset); }, drawing.what);
+    move(drawing.frame, offset);
+    move(drawing.extent, offset);
+    drawing.children = movedBy(std::move(drawing.children), offset);
+  }
+  return drawings;
 }
 
 void draw(const Drawings& drawings, Canvas& canvas, const Rect& visible) {

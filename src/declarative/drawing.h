@@ -60,6 +60,9 @@ platform::Rect extentOf(const Drawings& drawings);
 // What shows differently in the two; empty when they look the same.
 platform::Rect damage(const Drawings& before, const Drawings& after);
 
+// The same elsewhere.
+Drawings movedBy(Drawings drawings, platform::Point offset);
+
 // Draws those that show within `visible`.
 void draw(const Drawings& drawings, platform::Canvas& canvas, const platform::Rect& visible);
 

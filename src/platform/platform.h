@@ -12,6 +12,7 @@
 #include "platform/bookmarks.h"
 #include "platform/bundle.h"
 #include "platform/event_monitors.h"
+#include "platform/frame_clock.h"
 #include "platform/gpu_device.h"
 #include "platform/hot_keys.h"
 #include "platform/image.h"
@@ -24,6 +25,7 @@
 #include "platform/property_list.h"
 #include "platform/screen.h"
 #include "platform/task_queue.h"
+#include "platform/text.h"
 #include "platform/user_defaults.h"
 #include "platform/widget_center.h"
 #include "platform/window.h"
@@ -47,7 +49,9 @@ class Platform {
   virtual std::int32_t processIdentifier() const = 0;
   virtual Application& application() = 0;
   virtual MainQueue& mainQueue() = 0;
+  virtual FrameClock& frameClock() = 0;
   virtual TaskQueue& taskQueue() = 0;
+  virtual TextEngine& textEngine() = 0;
   virtual NotificationCenter& notificationCenter() = 0;             // within the process
   virtual NotificationCenter& distributedNotificationCenter() = 0;  // among the user's processes
   virtual UserDefaults& userDefaults() = 0;

@@ -7,8 +7,6 @@
 #include <string>
 #include <utility>
 
-#include "desktops/sim/scenario_player.h"
-
 namespace hushpane::sim {
 
 namespace {
@@ -39,8 +37,8 @@ int play(const Scenario& scenario, ScenarioPlayer& player, const std::string& na
 
 }  // namespace
 
-int playScenario(const std::filesystem::path& file, const std::filesystem::path& outDir,
-                 std::function<void(platform::Platform&)> launch, std::ostream& out, std::ostream& err) {
+int playScenario(const std::filesystem::path& file, const std::filesystem::path& outDir, Program program,
+                 std::ostream& out, std::ostream& err) {
   const auto text = contentsOf(file);
   if (!text) {
     err << file.string() << ": cannot be read\n";
@@ -53,7 +51,7 @@ int playScenario(const std::filesystem::path& file, const std::filesystem::path&
   }
   std::error_code ignored;  // a folder that is missing shows when a picture is written
   std::filesystem::create_directories(outDir, ignored);
-  ScenarioPlayer player(file.parent_path(), outDir, std::move(launch),
+  ScenarioPlayer player(file.parent_path(), outDir, std::move(program),
                         [&out](const auto& path) { out << path.string() << '\n'; });
   return play(std::get<Scenario>(parsed), player, file.string(), err);
 }

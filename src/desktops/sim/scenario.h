@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "desktops/sim/sim_window_server.h"
+#include "platform/contact_sheet.h"
 #include "platform/event_monitors.h"
 #include "platform/screen.h"
 #include "platform/value.h"
@@ -104,6 +105,11 @@ struct Shot {
   std::string name;
   std::optional<platform::DisplayId> screen;  // nothing: all screens in one picture
 };
+struct Sheet {
+  platform::ContactSheetRequest request;
+  std::string name;  // of the picture
+  double scale = 1;  // pixels per point
+};
 struct ExpectPixel {
   platform::Point point;
   platform::Color color;
@@ -147,9 +153,9 @@ using Command =
                  command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
                  command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
                  command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::PickWallpaper,
-                 command::SetLanguages, command::AskByWidget, command::Shot, command::ExpectPixel, command::ExpectShown,
-                 command::ExpectLevel, command::ExpectAlpha, command::ExpectBelow, command::ExpectHotKeys,
-                 command::ExpectSetting, command::ExpectShared>;
+                 command::SetLanguages, command::AskByWidget, command::Shot, command::Sheet, command::ExpectPixel,
+                 command::ExpectShown, command::ExpectLevel, command::ExpectAlpha, command::ExpectBelow,
+                 command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
 
 struct ScenarioLine {
   int number = 0;  // from 1

@@ -182,12 +182,33 @@ bool isFileName(std::string_view text) {
          text.find_first_not_of(allowed) == std::string_view::npos;
 }
 
-Command readShot(ScenarioReader& reader) {
-  const auto name = reader.word("a name");
+std::string readPictureName(ScenarioReader& reader) {
+  auto name = reader.word("a name");
   if (!isFileName(name)) throw BadScenarioLine{"'" + name + "' is no name for a picture"};
-  Shot shot{name, {}};
+  return name;
+}
+
+Command readShot(ScenarioReader& reader) {
+  Shot shot{readPictureName(reader), {}};
   if (!reader.atEnd()) shot.screen = reader.displayId();
   return shot;
+}
+
+Command readSheet(ScenarioReader& reader) {
+  Sheet sheet;
+  sheet.request.name = reader.word("a sheet");
+  sheet.name = readPictureName(reader);
+  while (!reader.atEnd()) {
+    if (reader.accept("dark")) {
+      sheet.request.isDark = true;
+    } else if (reader.accept("language")) {
+      sheet.request.language = reader.word("a language");
+    } else {
+      reader.expect("scale");
+      sheet.scale = reader.number("scale", 0.5, 4);
+    }
+  }
+  return sheet;
 }
 
 Command readExpectOverlay(ScenarioReader& reader) {
@@ -222,7 +243,7 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 19> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 20> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
@@ -241,6 +262,7 @@ constexpr std::array<std::pair<std::string_view, Read>, 19> commands{{
     {"languages", readLanguages},
     {"widget", [](ScenarioReader& reader) -> Command { return AskByWidget{reader.word("a mode")}; }},
     {"shot", readShot},
+    {"sheet", readSheet},
     {"expect", readExpect},
 }};
 

@@ -1,8 +1,10 @@
 #include "desktops/sim/scenario_player.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
+#include "desktops/shared/cairo_canvas.h"
 #include "desktops/sim/png.h"
 
 namespace hushpane::sim {
@@ -36,12 +38,11 @@ ScenarioPlayer::Failure noWindow(const std::string& name) {
 
 }  // namespace
 
-ScenarioPlayer::ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder,
-                               std::function<void(platform::Platform&)> launch,
+ScenarioPlayer::ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder, Program program,
                                std::function<void(const std::filesystem::path&)> written)
     : sources_(std::move(sources)),
       folder_(std::move(folder)),
-      launch_(std::move(launch)),
+      program_(std::move(program)),
       written_(std::move(written)) {
   desktop_.taskQueue().setAutomatic(true);
 }
@@ -208,7 +209,7 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::Wait& command) {
 ScenarioPlayer::Result ScenarioPlayer::run(const command::Launch&) {
   if (isLaunched_) return badLine("the program is running already");
   isLaunched_ = true;
-  launch_(desktop_);
+  program_.launch(desktop_);
   return {};
 }
 
@@ -272,9 +273,24 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::AskByWidget& command) 
 ScenarioPlayer::Result ScenarioPlayer::run(const command::Shot& command) {
   const auto* screen = command.screen ? desktop_.screens().find(*command.screen) : nullptr;
   if (command.screen && !screen) return noScreen(*command.screen);
-  const auto file = folder_ / (command.name + ".png");
-  if (!writePng(screen ? desktop_.render(*screen) : desktop_.renderAll(), file))
-    return Failure{Failure::Kind::notWritten, "cannot write " + file.string()};
+  return writePicture(screen ? desktop_.render(*screen) : desktop_.renderAll(), command.name);
+}
+
+ScenarioPlayer::Result ScenarioPlayer::run(const command::Sheet& command) {
+  const auto sheet = program_.openContactSheet ? program_.openContactSheet(desktop_, command.request) : nullptr;
+  if (!sheet) return badLine("there is no sheet '" + command.request.name + "'");
+  while (const auto seconds = sheet->next()) desktop_.advance(*seconds);
+  const auto pixels = [&](double points) { return static_cast<int>(std::ceil(points * command.scale)); };
+  platform::Image picture{pixels(sheet->size().width), pixels(sheet->size().height), {}};
+  picture.pixels.resize(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
+  desktops::CairoCanvas canvas(picture, command.scale);
+  sheet->paint(canvas);
+  return writePicture(picture, command.name);
+}
+
+ScenarioPlayer::Result ScenarioPlayer::writePicture(const platform::Image& picture, const std::string& name) {
+  const auto file = folder_ / (name + ".png");
+  if (!writePng(picture, file)) return Failure{Failure::Kind::notWritten, "cannot write " + file.string()};
   written_(file);
   return {};
 }

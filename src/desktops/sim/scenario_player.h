@@ -11,6 +11,12 @@
 
 namespace hushpane::sim {
 
+// The program, as a scenario deals with it.
+struct Program {
+  std::function<void(platform::Platform&)> launch;  // starts it on the desktop
+  platform::OpenContactSheet openContactSheet = {};
+};
+
 // Plays the commands of a scenario on a desktop of its own. The program is started by the `launch` command and ends
 // with `quit`, or with the player.
 class ScenarioPlayer {
@@ -25,10 +31,8 @@ class ScenarioPlayer {
     std::string message;
   };
 
-  // `launch` starts the program on the desktop; files that the scenario names are beside it, and pictures go to
-  // another folder.
-  ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder,
-                 std::function<void(platform::Platform&)> launch,
+  // Files that the scenario names are beside it, and pictures go to another folder.
+  ScenarioPlayer(std::filesystem::path sources, std::filesystem::path folder, Program program,
                  std::function<void(const std::filesystem::path&)> written);
 
   // Nothing when all went well.
@@ -67,6 +71,7 @@ class ScenarioPlayer {
   Result run(const command::SetLanguages& command);
   Result run(const command::AskByWidget& command);
   Result run(const command::Shot& command);
+  Result run(const command::Sheet& command);
   Result run(const command::ExpectPixel& command);
   Result run(const command::ExpectShown& command);
   Result run(const command::ExpectLevel& command);
@@ -76,6 +81,7 @@ class ScenarioPlayer {
   Result run(const command::ExpectSetting& command);
   Result run(const command::ExpectShared& command);
 
+  Result writePicture(const platform::Image& picture, const std::string& name);
   // The program's window over a screen; null when there is none.
   const SimWindow* overlay(platform::DisplayId screen);
   std::optional<platform::WindowNumber> window(const std::string& name);
@@ -84,7 +90,7 @@ class ScenarioPlayer {
 
   std::filesystem::path sources_;
   std::filesystem::path folder_;
-  std::function<void(platform::Platform&)> launch_;
+  Program program_;
   std::function<void(const std::filesystem::path&)> written_;
   Storage storage_;
   SimPlatform desktop_{storage_};

@@ -6,6 +6,7 @@
 #include "desktops/shared/file_bookmarks.h"
 #include "desktops/shared/fluid_gradient_renderer.h"
 #include "desktops/shared/json_text.h"
+#include "desktops/shared/pango_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/sim/sim_application.h"
@@ -44,7 +45,9 @@ class SimPlatform : public platform::Platform {
   std::int32_t processIdentifier() const override;
   SimApplication& application() override { return application_; }
   SimMainQueue& mainQueue() override { return queue_; }
+  SimFrameClock& frameClock() override { return frameClock_; }
   SimTaskQueue& taskQueue() override { return taskQueue_; }
+  platform::TextEngine& textEngine() override { return textEngine_; }
   SimNotificationCenter& notificationCenter() override { return notificationCenter_; }
   SimNotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
   SimUserDefaults& userDefaults() override { return standardDefaults_; }
@@ -65,8 +68,6 @@ class SimPlatform : public platform::Platform {
   SimHotKeys& hotKeys() override { return hotKeys_; }
   SimOpenPanel* openPanel() override { return openPanelAbsent_ ? nullptr : &openPanel_; }
   SimWidgetCenter& widgetCenter() override { return widgetCenter_; }
-
-  SimFrameClock& frameClock() { return frameClock_; }
 
   // A key goes down with the modifiers in force. Monitors see it whoever has it; true when it goes to the window in
   // front, false when it is somebody's hot key.
@@ -122,6 +123,7 @@ class SimPlatform : public platform::Platform {
   SimOpenPanel openPanel_{queue_};
   bool openPanelAbsent_ = false;
   SimWidgetCenter widgetCenter_;
+  desktops::PangoTextEngine textEngine_;
   desktops::JsonText jsonCoder_;
   desktops::PropertyListFiles propertyLists_;
   desktops::FileBookmarks bookmarks_;

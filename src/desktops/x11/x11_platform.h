@@ -66,7 +66,9 @@ class X11Platform : public platform::Platform {
   std::int32_t processIdentifier() const override;
   platform::Application& application() override { return base_->application; }
   platform::MainQueue& mainQueue() override { return base_->queue; }
+  platform::FrameClock& frameClock() override { return frameClock_; }
   platform::TaskQueue& taskQueue() override { return taskQueue_; }
+  platform::TextEngine& textEngine() override { return textEngine_; }
   platform::NotificationCenter& notificationCenter() override { return notificationCenter_; }
   platform::NotificationCenter& distributedNotificationCenter() override { return distributedCenter_; }
   platform::UserDefaults& userDefaults() override { return *standardDefaults_; }
@@ -111,6 +113,7 @@ class X11Platform : public platform::Platform {
   desktops::DefaultsFolder defaults_;
   platform::UserDefaults* standardDefaults_;
   desktops::PropertyListFiles propertyLists_;
+  desktops::PangoTextEngine textEngine_;
   desktops::JsonText jsonCoder_;
   desktops::FluidGradientRenderer gpu_;
   desktops::GroupContainer sharedContainer_;

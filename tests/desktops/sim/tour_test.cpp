@@ -16,7 +16,7 @@ TEST(TourTest, PlaysToItsEndAndTakesEveryPicture) {
   ASSERT_EQ(setenv("HUSHPANE_RESOURCES", resources.c_str(), 1), 0);
   Storage folder;
   std::ostringstream out, err;
-  EXPECT_EQ(playScenario(resources / "tour.scenario", folder.folder(), HushpaneApp::launch, out, err), 0);
+  EXPECT_EQ(playScenario(resources / "tour.scenario", folder.folder(), {HushpaneApp::launch}, out, err), 0);
   EXPECT_EQ(err.str(), "");
   const auto text = out.str();
   EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 18);

@@ -1,0 +1,218 @@
+#include "app/contact_sheet_views.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "declarative/element.h"
+#include "declarative/symbol.h"
+#include "localization/localization_key.h"
+#include "state/preferences_store.h"
+#include "state/raw_text.h"
+#include "state/surface_settings.h"
+#include "ui/controls/back_button.h"
+#include "ui/controls/pell_segmented_picker.h"
+#include "ui/controls/pell_switch_style.h"
+#include "ui/controls/prominent_button.h"
+#include "ui/controls/sub_option_toggle_style.h"
+#include "ui/global_accent.h"
+#include "ui/menu/mode_pod_view.h"
+#include "ui/menu/surface_controls_card.h"
+#include "ui/welcome/welcome_view.h"
+
+namespace hushpane {
+
+namespace {
+
+using declarative::Binding;
+using declarative::Element;
+using declarative::Host;
+using platform::Point;
+
+using Views = std::vector<SheetView>;
+
+constexpr double cardWidth = 336;  // points; what the panel leaves a card
+constexpr double podWidth = 105;   // and a pod
+constexpr double rowWidth = 240;
+
+// A value of its own for one view.
+template <class Type>
+Binding<Type> constantly(Type value) {
+  return {[value] { return value; }, [](Type) {}};
+}
+
+std::function<void(Host&)> hoverAt(Point point) {
+  return [point](Host& host) { host.pointerMoved(point); };
+}
+std::function<void(Host&)> pressAt(Point point) {
+  return [point](Host& host) { host.pointerDown(point); };
+}
+
+Views symbols(platform::Platform&) {
+  using declarative::SymbolVariant;
+  using platform::FontWeight;
+  Views views;
+  for (const std::string_view name : {"macwindow.on.rectangle", "rectangle.stack", "rectangle.on.rectangle", "circle",
+                                      "plus", "minus", "gearshape", "chevron.left", "chevron.down", "checkmark"})
+    for (const auto variant : {SymbolVariant::plain, SymbolVariant::filled})
+      views.push_back({std::string(name) + (variant == SymbolVariant::filled ? ", filled" : ""), [=] {
+                         std::vector<Element> sizes;
+                         for (const double size : {10.0, 13.0, 18.0})
+                           for (const auto weight : {FontWeight::ultraLight, FontWeight::medium, FontWeight::semibold})
+                             sizes.push_back(declarative::symbol(
+                                 {.name = name, .font = {.size = size, .weight = weight}, .variant = variant}));
+                         return declarative::horizontalStack({.spacing = 6}, sizes);
+                       }});
+  return views;
+}
+
+// A picker over a state of its own, so that a click slides its highlight.
+struct SlidingPicker {
+  Element body(declarative::Context& context) const {
+    const auto selection = context.state("selection", SurfaceType::blur);
+    return PellSegmentedPicker<SurfaceType>{
+        selection.binding(),
+        {{"Blur"_key, SurfaceType::blur}, {"Dim"_key, SurfaceType::dim}, {"Wallpaper"_key, SurfaceType::wallpaper}},
+        globalAccent,
+        64};
+  }
+};
+
+Views controls(platform::Platform&) {
+  const auto row = [](const Element& content) { return content.frame({.width = rowWidth}); };
+  const auto label = [] { return declarative::text(localized("Live Gradient"_key)); };
+  Views views;
+  for (const bool isOn : {true, false}) {
+    const std::string state = isOn ? ", on" : ", off";
+    views.push_back({"switch" + state, [=] {
+                       return row(toggle(label(), constantly(isOn), PellSwitchStyle{globalAccent, 1}));
+                     }});
+    views.push_back({"sub-option" + state,
+                     [=] { return row(toggle(label(), constantly(isOn), SubOptionToggleStyle{globalAccent})); }});
+    views.push_back({"switch at double size" + state, [=] {
+                       return row(toggle(label(), constantly(isOn), PellSwitchStyle{globalAccent, 2}));
+                     }});
+    views.push_back({"picker of a flag" + state, [=] {
+                       return Element(PellSegmentedPicker<bool>{
+                           constantly(isOn), {{"Off"_key, false}, {"On"_key, true}}, globalAccent, 36});
+                     }});
+  }
+  for (int selected = 0; selected <= 3; ++selected)
+    views.push_back(
+        {selected < 3 ? "picker, option " + std::to_string(selected + 1) : "picker, no option", [=] {
+           return Element(PellSegmentedPicker<int>{
+               constantly(selected), {{"Subtle"_key, 0}, {"Balanced"_key, 1}, {"Strong"_key, 2}}, globalAccent, 64});
+         }});
+  views.push_back({"picker, sliding", [] { return Element(SlidingPicker{}); },
+                   [](Host& host) {
+                     host.pointerDown({160, 12});
+                     host.pointerUp({160, 12});
+                   },
+                   0.12});
+  const auto back = [] { return Element(BackButton{[] {}}); };
+  const auto prominent = [] {
+    return Element(ProminentButton{localized("Get started"_key), [] {}, globalAccent, 110});
+  };
+  views.push_back({"back", back});
+  views.push_back({"back, hovered", back, hoverAt({11, 11})});
+  views.push_back({"back, pressed", back, pressAt({11, 11})});
+  views.push_back({"prominent", prominent});
+  views.push_back({"prominent, pressed", prominent, pressAt({20, 14})});
+  return views;
+}
+
+Views pods(platform::Platform&) {
+  Views views;
+  for (const bool isActive : {false, true})
+    for (const bool isHovered : {false, true})
+      for (const VeilMode mode : allCases) {
+        auto caption = std::string(rawValue(mode)) + (isActive ? ", active" : "") + (isHovered ? ", hovered" : "");
+        views.push_back({std::move(caption),
+                         [=] {
+                           return Element(ModePodView{mode, isActive, [] {}}).frame({.width = podWidth});
+                         },
+                         isHovered ? hoverAt({50, 25}) : nullptr});
+      }
+  return views;
+}
+
+struct CardState {
+  const char* caption;
+  VeilMode mode;
+  const char* surface;
+  const char* intensity = "balanced";
+  bool hasGradient = false;
+  const char* source = "default";
+  const char* customPicture = nullptr;
+  std::optional<Point> pointer = {};
+};
+
+constexpr const char* defaultPicture = "HushpaneDefaultWallpaper";
+constexpr Point customSlot{250, 90};
+
+constexpr std::array cardStates{
+    CardState{"clean desktop, blur", VeilMode::cleanDesktop, "blur"},
+    CardState{"clean desktop, blur with gradient", VeilMode::cleanDesktop, "blur", "balanced", true},
+    CardState{"clean desktop, subtle dim", VeilMode::cleanDesktop, "dim", "subtle"},
+    CardState{"focus, strong dim", VeilMode::focus, "dim", "strong"},
+    CardState{"focus, blur", VeilMode::focus, "blur"},
+    CardState{"clean desktop, wallpaper", VeilMode::cleanDesktop, "wallpaper"},
+    CardState{"focus, picked wallpaper", VeilMode::focus, "wallpaper", "balanced", false, "custom", defaultPicture},
+    CardState{"focus, picked wallpaper, hovered", VeilMode::focus, "wallpaper", "balanced", false, "custom",
+              defaultPicture, customSlot},
+    CardState{"focus, picked wallpaper gone", VeilMode::focus, "wallpaper", "balanced", false, "custom"},
+};
+
+void store(const CardState& state, platform::Platform& platform) {
+  auto& prefs = PreferencesStore::shared();
+  const bool isFocus = state.mode == VeilMode::focus;
+  (isFocus ? prefs.focusSurfaceRaw : prefs.ambientSurfaceRaw) = std::string(state.surface);
+  (isFocus ? prefs.focusDimIntensityRaw : prefs.ambientDimIntensityRaw) = std::string(state.intensity);
+  (isFocus ? prefs.focusWallpaperSourceRaw : prefs.ambientWallpaperSourceRaw) = std::string(state.source);
+  prefs.ambientGradientEnabled = state.hasGradient;
+  const auto picture = state.customPicture ? platform.bundle().imageURL(state.customPicture) : std::nullopt;
+  const auto bookmark = picture ? platform.bookmarks().create(*picture) : std::nullopt;
+  prefs.customWallpaperBookmarkData = bookmark.value_or(platform::Data{});
+}
+
+Views card(platform::Platform& platform) {
+  Views views;
+  for (const CardState& state : cardStates)
+    views.push_back({state.caption,
+                     [&platform, &state] {
+                       store(state, platform);
+                       return Element(SurfaceControlsCard{state.mode, PreferencesStore::shared(), globalAccent})
+                           .frame({.width = cardWidth});
+                     },
+                     state.pointer ? hoverAt(*state.pointer) : nullptr});
+  views.push_back({"from wallpaper to dim",
+                   [&platform] {
+                     store(cardStates[5], platform);
+                     return Element(
+                                SurfaceControlsCard{VeilMode::cleanDesktop, PreferencesStore::shared(), globalAccent})
+                         .frame({.width = cardWidth});
+                   },
+                   [](Host& host) {
+                     host.pointerDown({230, 20});
+                     host.pointerUp({230, 20});
+                   },
+                   0.1});
+  return views;
+}
+
+Views welcome(platform::Platform&) {
+  const auto page = [] { return Element(WelcomeView{[] {}, globalAccent}); };
+  return {{"at first", page, {}, 0.5}, {"out of breath", page, {}, 3}};
+}
+
+}  // namespace
+
+std::optional<Views> sheetViews(platform::Platform& platform, std::string_view sheet) {
+  constexpr std::array<std::pair<std::string_view, Views (*)(platform::Platform&)>, 5> sheets{
+      {{"symbols", symbols}, {"controls", controls}, {"pods", pods}, {"card", card}, {"welcome", welcome}}};
+  for (const auto& [name, views] : sheets)
+    if (name == sheet) return views(platform);
+  return std::nullopt;
+}
+
+}  // namespace hushpane
