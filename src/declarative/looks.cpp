@@ -14,8 +14,8 @@ constexpr std::size_t effectStart = 3;   // opacity, saturation, blur
 constexpr std::size_t shadowLength = 7;  // colour, radius, offset
 
 void append(Numbers& numbers, const Color& color) {
-  numbers.insert(numbers.end(),
-                 {color.red * color.alpha, color.green * color.alpha, color.blue * color.alpha, color.alpha});
+  for (const double channel : {color.red, color.green, color.blue}) numbers.push_back(channel * color.alpha);
+  numbers.push_back(color.alpha);
 }
 
 Numbers numbersOf(const Color& color) {
@@ -53,7 +53,7 @@ Numbers looks(const kinds::Effect& effect, const Environment& environment) {
   Numbers numbers{effect.opacity, effect.saturation, effect.blurRadius};
   for (const auto& shadow : effect.shadows) {
     append(numbers, shadow.color.in(environment.appearance));
-    numbers.insert(numbers.end(), {shadow.radius, shadow.offset.x, shadow.offset.y});
+    for (const double number : {shadow.radius, shadow.offset.x, shadow.offset.y}) numbers.push_back(number);
   }
   return numbers;
 }
