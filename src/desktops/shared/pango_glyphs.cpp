@@ -29,6 +29,17 @@ platform::Rect inkOf(PangoLayoutLine* line) {
           pango_units_to_double(ink.height)};
 }
 
+void narrowEllipsis(PangoLayoutLine* line) {
+  forEachRun(line, [](const PangoGlyphItem& run, double) {
+    const auto& analysis = run.item->analysis;
+    if (!(analysis.flags & PANGO_ANALYSIS_FLAG_IS_ELLIPSIS) || !analysis.font || run.glyphs->num_glyphs == 0) return;
+    auto& last = run.glyphs->glyphs[run.glyphs->num_glyphs - 1];
+    PangoRectangle logical;
+    pango_font_get_glyph_extents(analysis.font, last.glyph, nullptr, &logical);
+    last.geometry.width = logical.width;
+  });
+}
+
 void addOutlines(const ContextPtr& context, const PangoGlyphItem& run) {
   context->move_to(0, 0);
   pango_cairo_glyph_string_path(context->cobj(), run.item->analysis.font, run.glyphs);

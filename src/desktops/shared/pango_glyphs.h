@@ -18,6 +18,9 @@ void forEachRun(PangoLayoutLine* line, const std::function<void(const PangoGlyph
 // What the line's glyphs cover, in points from its baseline's start; nothing where the machine has no font at all.
 platform::Rect inkOf(PangoLayoutLine* line);
 
+// Pango widens an ellipsis until the line has all the width that it may have. Gives it its own width.
+void narrowEllipsis(PangoLayoutLine* line);
+
 // Adds the outlines of the run, its baseline's start at the context's origin. Cairo would set glyphs to whole pixels;
 // outlines stand where they belong.
 void addOutlines(const ContextPtr& context, const PangoGlyphItem& run);

@@ -99,7 +99,6 @@ void setWidth(PangoLayout* layout, double width) {
   if (width < widest) pango_layout_set_width(layout, pango_units_from_double(std::max(width, 0.0) + slack));
 }
 
-// Pango gives a line with an ellipsis all the width that it might have had.
 double widthOf(PangoLayoutLine* line) {
   double width = 0;
   forEachRun(line, [&width](const PangoGlyphItem& run, double x) {
@@ -163,6 +162,7 @@ PangoLayoutPtr TextSetter::truncatedTail(const PangoLayoutPtr& layout, int line,
   auto result = lay(tail, style, fontScale);
   pango_layout_set_ellipsize(result.get(), PANGO_ELLIPSIZE_END);
   setWidth(result.get(), width);
+  narrowEllipsis(pango_layout_get_line(result.get(), 0));
   return result;
 }
 

@@ -89,6 +89,13 @@ TEST_F(PangoTextTest, TruncatesTheLastLineAtItsTail) {
     EXPECT_LE(layout->size().width, 100.1);
     EXPECT_GT(layout->size().width, 70);
   }
+  for (const auto direction : {LayoutDirection::leftToRight, LayoutDirection::rightToLeft}) {
+    auto style = styleOf(18, 1);
+    style.direction = direction;
+    const auto cut = lay("デスクトップを静かにする", style, 140);
+    EXPECT_LT(cut->size().width, 135) << "no room that only another letter would have filled";
+    EXPECT_NEAR(painted(*cut).ink().width, cut->size().width, 6);
+  }
   const auto broken = lay("one\ntwo\nthree", styleOf(12, 2));
   EXPECT_TRUE(broken->isTruncated()) << "what a line break hides is missing, too";
   EXPECT_GT(broken->size().width, lay("two", styleOf(12))->size().width);
