@@ -24,8 +24,11 @@ bool spreads(const Drawing& drawing) {
 void compare(const Drawings& before, const Drawings& after, Rect& all);
 
 void compare(const Drawing& before, const Drawing& after, Rect& all) {
-  if (!before.children.empty() && before.what == after.what && !spreads(before))
-    return compare(before.children, after.children, all);
+  if (!before.children.empty() && before.what == after.what && !spreads(before)) {
+    Rect inside;
+    compare(before.children, after.children, inside);
+    return include(all, inside.intersection(unionOf(before.extent, after.extent)));
+  }
   if (before == after) return;
   include(all, before.extent);
   include(all, after.extent);
