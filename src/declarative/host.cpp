@@ -1,6 +1,7 @@
 #include "declarative/host.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "declarative/layout.h"
@@ -24,14 +25,27 @@ bool advance(Node& node, double now) {
   node.looks.advance(now);
   bool isMoving = node.place.isMoving() || node.looks.isMoving();
   if (node.presence) {
-    node.presence->share.advance(now);
-    isMoving = isMoving || node.presence->share.isMoving();
-    if (!node.presence->share.isMoving() && node.isOnPage) node.presence.reset();
+    node.presence->effect.advance(now);
+    isMoving = isMoving || node.presence->effect.isMoving();
+    if (!node.presence->effect.isMoving() && node.isOnPage) node.presence.reset();
   }
   for (const auto& child : node.children) isMoving = advance(*child, now) || isMoving;
   for (const auto& gone : node.leaving) isMoving = advance(*gone, now) || isMoving;
-  std::erase_if(node.leaving, [](const auto& gone) { return !gone->presence || !gone->presence->share.isMoving(); });
+  std::erase_if(node.leaving, [](const auto& gone) { return !gone->presence || !gone->presence->effect.isMoving(); });
   return isMoving;
+}
+
+// Takes off the page what its successor shows from now on, with what was only said of it.
+void drop(Node& matched) {
+  Node* whole = &matched;
+  while (whole->parent && !whole->parent->isOnPage && whole->parent->children.size() == 1) whole = whole->parent;
+  if (!whole->parent) return;
+  auto& siblings = whole->parent->isOnPage ? whole->parent->leaving : whole->parent->children;
+  std::erase_if(siblings, [&](const auto& sibling) { return sibling.get() == whole; });
+}
+
+std::optional<double> withEnd(std::optional<double> side) {
+  return side && std::isfinite(*side) ? side : std::nullopt;
 }
 
 Numbers numbersOf(const Rect& rect) {
@@ -47,7 +61,6 @@ Host::Host(Services services, Element page, Environment environment, std::functi
 }
 
 Host::~Host() {
-  hovered_.clear();
   // The state that closures still hold outlives its view, but has nobody to tell.
   if (root_) forEachNode(*root_, [](Node& node) { node.identity.reset(); });
 }
@@ -59,6 +72,7 @@ void Host::setEnvironment(Environment environment) {
 }
 
 void Host::setProposal(ProposedSize proposal) {
+  proposal = {withEnd(proposal.width), withEnd(proposal.height)};
   if (proposal == proposal_) return;
   proposal_ = proposal;
   invalidate();
@@ -105,6 +119,10 @@ std::unique_ptr<Identity> Host::makeIdentity(const std::shared_ptr<Node>& node) 
 }
 
 void Host::withAnimation(const Animation& animation, const std::function<void()>& change) {
+  // What changed before comes about in its own way.
+  const auto alive = lifetime_.watch();
+  if (isInvalid_ && pending_ != animation) renderWhatChanged();
+  if (alive.expired()) return change();
   auto restore = lifetime_.weak([this, outer = std::exchange(running_, animation)] { running_ = outer; });
   change();
   restore();
@@ -122,12 +140,26 @@ void Host::invalidate() {
 }
 
 void Host::update() {
-  if (!isInvalid_ || isRendering_) return;
-  for (int times = 0; isInvalid_ && times < mostRenderingsAtOnce; ++times) renderOnce();
+  if (isRendering_) return;
+  const auto alive = lifetime_.watch();
+  renderWhatChanged();
+  if (alive.expired()) return;
   if (isInvalid_) invalidate();
   runClockWhileMoving();
   redraw();
   updateHover();
+}
+
+void Host::renderWhatChanged() {
+  const auto alive = lifetime_.watch();
+  const bool isNested = std::exchange(isBringingUp_, true);
+  if (!isNested) renderingsAtOnce_ = 0;
+  while (isInvalid_ && !isRendering_ && renderingsAtOnce_ < mostRenderingsAtOnce) {
+    ++renderingsAtOnce_;
+    renderOnce();
+    if (alive.expired()) return;
+  }
+  isBringingUp_ = isNested;
 }
 
 void Host::renderOnce() {
@@ -140,7 +172,9 @@ void Host::renderOnce() {
   renderer.render(*root_, environment_, std::exchange(pending_, std::nullopt));
   layOut(renderer.matchedPlaces());
   isRendering_ = false;
-  for (const auto& callback : renderer.takeCallbacks()) callback();
+  const auto alive = lifetime_.watch();
+  for (const auto& callback : renderer.takeCallbacks())
+    if (!alive.expired()) callback();
 }
 
 void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
@@ -150,9 +184,11 @@ void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
   layout.place(*root_, {}, proposal_);
   for (const auto& [node, frame] : layout.placed()) {
     const auto target = numbersOf(frame);
-    if (node->isNew || (!node->animation && target != node->place.target()))
+    if (!node->isNew && target == node->place.target()) continue;
+    // What comes into view does not come from where it was unseen.
+    if (node->isNew || node->showedNothing || !node->animation)
       node->place.set(target);
-    else if (target != node->place.target())
+    else
       node->place.animate(target, *node->animation, now);
   }
   for (const auto& [node, frame] : layout.placed()) {
@@ -160,14 +196,21 @@ void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
     if (!matched || !node->isNew || !node->animation) continue;
     const auto source = std::ranges::find(matchedPlaces, matched->id, &Renderer::MatchedPlace::id);
     if (source == matchedPlaces.end()) continue;
-    const Point origin = node->parent ? originOnPage(*node->parent) : Point{};
-    Numbers from = source->frame;
-    from[0] -= origin.x;
-    from[1] -= origin.y;
-    node->place.animate(std::move(from), source->velocity, numbersOf(frame), *node->animation, now);
-    for (Node* arrived = node; arrived && arrived->isNew; arrived = arrived->parent) arrived->presence.reset();
+    const Mapping around = contentOnPage(node->parent);
+    if (around.isFlat()) continue;
+    node->place.animate(numbersOf(around.inverted().at(source->frame)), source->velocity, numbersOf(frame),
+                        *node->animation, now);
+    // Neither fades: it is one that moves.
+    for (Node* arrived = node; arrived && arrived->isNew; arrived = arrived->parent) {
+      arrived->presence.reset();
+      if (arrived->parent && arrived->parent->children.size() > 1) break;
+    }
+    if (const auto gone = source->node.lock()) drop(*gone);
   }
-  forEachNode(*root_, [](Node& node) { node.isNew = false; });
+  forEachNode(*root_, [](Node& node) {
+    node.isNew = false;
+    node.showedNothing = showsNothing(node);
+  });
 }
 
 void Host::moveOn() {
@@ -187,18 +230,13 @@ void Host::runClockWhileMoving() {
 
 void Host::redraw() {
   if (!root_) return;
-  auto drawings = drawingsOf(*root_, environment_.direction, scale_);
+  auto drawings = drawingsOf(*root_, scale_);
   const Rect changed = damage(drawings_, drawings);
   drawings_ = std::move(drawings);
-  if (changed.area() <= 0) return;
+  if (changed.area() <= 0 && size() == shownSize_) return;
+  shownSize_ = size();
   damage_ = damage_.area() > 0 ? unionOf(damage_, changed) : changed;
   if (changed_) changed_();
-}
-
-// The page is laid out from leading to trailing.
-Point Host::fromLeading(Point point) const {
-  const bool isMirrored = environment_.direction == platform::LayoutDirection::rightToLeft;
-  return isMirrored ? Point{size().width - point.x, point.y} : point;
 }
 
 void Host::pointerMoved(Point point) {
@@ -211,30 +249,27 @@ void Host::pointerExited() {
   updateHover();
 }
 
-// Elements learn once that the pointer came and once that it went, also when they moved beneath it.
+// Elements learn once that the pointer came and once that it went, also when they moved or went beneath it.
 void Host::updateHover() {
-  const auto now =
-      pointer_ && root_ ? hoverTargets(root_, fromLeading(*pointer_)) : std::vector<std::shared_ptr<Node>>{};
-  const auto before = std::exchange(hovered_, {now.begin(), now.end()});
-  std::vector<std::shared_ptr<Node>> left;
-  for (const auto& known : before)
-    if (auto node = known.lock(); node && node->isOnPage && std::ranges::find(now, node) == now.end())
-      left.push_back(std::move(node));
-  std::vector<std::shared_ptr<Node>> entered;
-  for (const auto& node : now)
-    if (std::ranges::none_of(before, [&](const auto& known) { return known.lock() == node; })) entered.push_back(node);
-  const auto tell = [](const std::shared_ptr<Node>& node, bool isOver) {
-    // A copy: what it does may replace the element.
-    const auto action = std::get<kinds::Hover>(node->kind).action;
-    if (action && node->isOnPage) action(isOver);
+  const auto now = pointer_ && root_ ? hoverTargets(root_, *pointer_) : std::vector<std::shared_ptr<Node>>{};
+  const auto before = std::exchange(hovered_, now);
+  const auto tellThoseIn = [](const auto& nodes, const auto& others, bool isOver) {
+    for (const auto& node : nodes) {
+      if (std::ranges::find(others, node) != others.end()) continue;
+      // A copy: what it does may replace the element.
+      if (const auto action = std::get<kinds::Hover>(node->kind).action) action(isOver);
+    }
   };
-  for (const auto& node : left) tell(node, false);
-  for (const auto& node : entered) tell(node, true);
+  tellThoseIn(before, now, false);
+  tellThoseIn(now, before, true);
 }
 
 void Host::pointerDown(Point point) {
+  const auto alive = lifetime_.watch();
   pointerMoved(point);
-  const auto target = root_ ? pressTarget(root_, fromLeading(point)) : nullptr;
+  if (alive.expired()) return;
+  if (const auto before = pressed_.lock()) before->isPressed = false;
+  const auto target = root_ ? pressTarget(root_, point) : nullptr;
   pressed_ = target;
   if (!target) return;
   target->isPressed = true;
@@ -242,20 +277,22 @@ void Host::pointerDown(Point point) {
 }
 
 void Host::pointerUp(Point point) {
+  const auto alive = lifetime_.watch();
   pointerMoved(point);
+  if (alive.expired()) return;
   const auto pressed = pressed_.lock();
   pressed_.reset();
   if (!pressed) return;
   pressed->isPressed = false;
   redraw();
-  if (!pressed->isOnPage || pressTarget(root_, fromLeading(point)) != pressed) return;
+  if (!pressed->isOnPage || pressTarget(root_, point) != pressed) return;
   const auto* button = std::get_if<kinds::Button>(&pressed->kind);
   const auto action = button ? button->action : std::get<kinds::Tap>(pressed->kind).action;
   if (action) action();
 }
 
 std::optional<std::string> Host::tooltip(Point point) const {
-  return root_ ? tooltipAt(root_, fromLeading(point)) : std::nullopt;
+  return root_ ? tooltipAt(root_, point) : std::nullopt;
 }
 
 }  // namespace hushpane::declarative

@@ -34,7 +34,8 @@ class Host {
 
   const Environment& environment() const { return environment_; }
   void setEnvironment(Environment environment);
-  // What the page is offered to fill; at first nothing, so that it is as large as it makes itself.
+  // What the page is offered to fill; at first nothing, so that it is as large as it makes itself. A side without end
+  // counts as none.
   void setProposal(ProposedSize proposal);
   // Pixels per point of where it is shown; lines and edges at rest fall on whole ones.
   void setScale(double scale);
@@ -55,20 +56,21 @@ class Host {
   void pointerUp(platform::Point point);
   std::optional<std::string> tooltip(platform::Point point) const;
 
-  // Renders now what has changed, instead of on the next turn of the main queue.
+  // Renders now what has changed, instead of on the next turn of the main queue. This and the pointer may run actions,
+  // which may end the host.
   void update();
 
  private:
   std::unique_ptr<Identity> makeIdentity(const std::shared_ptr<Node>& node);
   void withAnimation(const Animation& animation, const std::function<void()>& change);
   void invalidate();
+  void renderWhatChanged();
   void renderOnce();
   void layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces);
   void moveOn();
   void redraw();
   void updateHover();
   void runClockWhileMoving();
-  platform::Point fromLeading(platform::Point point) const;
 
   Services services_;
   Element page_;
@@ -81,15 +83,18 @@ class Host {
   bool isInvalid_ = true;
   bool isUpdateQueued_ = false;
   bool isRendering_ = false;
+  bool isBringingUp_ = false;
+  int renderingsAtOnce_ = 0;
   std::optional<Animation> running_;  // inside withAnimation()
   std::optional<Animation> pending_;  // of the next rendering
   platform::Token frames_;
 
   Drawings drawings_;
   platform::Rect damage_;
+  platform::Size shownSize_;
 
   std::optional<platform::Point> pointer_;
-  std::vector<std::weak_ptr<Node>> hovered_;
+  std::vector<std::shared_ptr<Node>> hovered_;
   std::weak_ptr<Node> pressed_;
   platform::Lifetime lifetime_;
 };

@@ -44,6 +44,10 @@ double answeredBy(std::optional<double> fixed, std::optional<double> least, std:
   return std::clamp(offered.value_or(content), lowest, highest);
 }
 
+double spacingOf(std::size_t count, double spacing) {
+  return count == 0 ? 0 : spacing * static_cast<double>(count - 1);
+}
+
 double shareOf(HorizontalAlignment alignment) {
   return alignment == HorizontalAlignment::leading ? 0 : alignment == HorizontalAlignment::center ? 0.5 : 1;
 }
@@ -55,6 +59,7 @@ double shareOf(VerticalAlignment alignment) {
 }  // namespace
 
 Size Layout::measure(Node& node, const ProposedSize& proposal) {
+  if (showsNothing(node)) return {};
   const auto known = std::ranges::find(node.measured, proposal, &std::pair<ProposedSize, Size>::first);
   if (known != node.measured.end()) return known->second;
   const Size size = std::visit([&](const auto& kind) { return answer(node, kind, proposal); }, node.kind);
@@ -63,13 +68,21 @@ Size Layout::measure(Node& node, const ProposedSize& proposal) {
 }
 
 Size Layout::answer(Node& node, const kinds::Text& text, const ProposedSize& proposal) {
-  const double width = proposal.width.value_or(platform::TextEngine::unlimited);
-  auto style = text.style;
-  style.direction = node.environment.direction;
   // How narrow it could be is asked only to see who bends most.
-  const bool asksForSmallest = width <= 0;
-  const auto layout = texts_.layout(text.text, style, asksForSmallest ? platform::TextEngine::unlimited : width);
-  return {asksForSmallest ? 0 : layout->size().width, layout->size().height};
+  const bool asksForSmallest = proposal.width && *proposal.width <= 0;
+  const Size size = setText(node, text, asksForSmallest ? std::nullopt : proposal.width).layout->size();
+  return {asksForSmallest ? 0 : size.width, size.height};
+}
+
+// One that is set like this already stays, so that it is not drawn anew.
+Node::SetText Layout::setText(const Node& node, const kinds::Text& text, std::optional<double> width) {
+  Node::SetText set{text.style, width.value_or(platform::TextEngine::unlimited), nullptr};
+  set.style.direction = node.environment.direction;
+  const auto& known = node.setText;
+  const bool isKnown =
+      known.layout && known.style == set.style && known.width == set.width && known.layout->text() == text.text;
+  set.layout = isKnown ? known.layout : texts_.layout(text.text, set.style, set.width);
+  return set;
 }
 
 Size Layout::answer(Node& node, const kinds::Symbol& symbol, const ProposedSize&) {
@@ -88,28 +101,27 @@ Size Layout::answer(Node&, const kinds::Divider&, const ProposedSize& proposal) 
 }
 
 Size Layout::answer(Node& node, const kinds::VerticalStack& stack, const ProposedSize& proposal) {
-  const auto proposals = share(node, Axis::vertical, stack.spacing, proposal);
-  Size size{0, stack.spacing * (node.children.empty() ? 0.0 : static_cast<double>(node.children.size() - 1))};
-  for (std::size_t index = 0; index < node.children.size(); ++index) {
-    const Size child = measure(*node.children[index], proposals[index]);
-    size = {std::max(size.width, child.width), size.height + child.height};
+  const auto shares = share(node, Axis::vertical, stack.spacing, proposal);
+  Size size{0, spacingOf(shares.size(), stack.spacing)};
+  for (const auto& [child, proposed] : shares) {
+    const Size answered = measure(*child, proposed);
+    size = {std::max(size.width, answered.width), size.height + answered.height};
   }
   return size;
 }
 
 Size Layout::answer(Node& node, const kinds::HorizontalStack& stack, const ProposedSize& proposal) {
-  const auto proposals = share(node, Axis::horizontal, stack.spacing, proposal);
-  Size size{stack.spacing * (node.children.empty() ? 0.0 : static_cast<double>(node.children.size() - 1)), 0};
-  double above = 0, below = 0;
+  const auto shares = share(node, Axis::horizontal, stack.spacing, proposal);
+  double width = spacingOf(shares.size(), stack.spacing), above = 0, below = 0;
   const bool onBaseline = stack.alignment == VerticalAlignment::firstTextBaseline;
-  for (std::size_t index = 0; index < node.children.size(); ++index) {
-    const Size child = measure(*node.children[index], proposals[index]);
-    size = {size.width + child.width, std::max(size.height, child.height)};
-    const double base = onBaseline ? baseline(*node.children[index], proposals[index]) : 0;
+  for (const auto& [child, proposed] : shares) {
+    const Size answered = measure(*child, proposed);
+    const double base = onBaseline ? baseline(*child, proposed) : 0;
+    width += answered.width;
     above = std::max(above, base);
-    below = std::max(below, child.height - base);
+    below = std::max(below, answered.height - base);
   }
-  return {size.width, above + below};
+  return {width, above + below};
 }
 
 Size Layout::answer(Node& node, const kinds::OverlaidStack&, const ProposedSize& proposal) {
@@ -152,56 +164,55 @@ Size Layout::answerOfContent(Node& node, const ProposedSize& proposal) {
 
 // Parts the length of a stack among its children: those that bend least come first, and each may take an equal part of
 // what is left then.
-std::vector<ProposedSize> Layout::share(Node& stack, Axis axis, double spacing, const ProposedSize& proposal) {
+std::vector<Layout::Share> Layout::share(Node& stack, Axis axis, double spacing, const ProposedSize& proposal) {
   const bool isHorizontal = axis == Axis::horizontal;
   const auto length = isHorizontal ? proposal.width : proposal.height;
   const auto along = [&](std::optional<double> main) {
     return isHorizontal ? ProposedSize{main, proposal.height} : ProposedSize{proposal.width, main};
   };
   const auto mainOf = [&](Size size) { return isHorizontal ? size.width : size.height; };
-  std::vector<ProposedSize> proposals(stack.children.size(), along(length));
-  if (!length || std::isinf(*length) || stack.children.empty()) return proposals;
-
-  std::vector<double> stretch;
+  std::vector<Share> shares;
   for (const auto& child : stack.children)
-    stretch.push_back(mainOf(measure(*child, along(infinity))) - mainOf(measure(*child, along(0))));
-  std::vector<std::size_t> order(stack.children.size());
+    if (!showsNothing(*child)) shares.push_back({child.get(), along(length)});
+  if (!length || std::isinf(*length)) return shares;
+
+  std::vector<std::pair<double, double>> stretch;  // and of two that bend alike, the one first that needs more
+  for (const auto& [child, proposed] : shares) {
+    const double least = mainOf(measure(*child, along(0)));
+    stretch.emplace_back(mainOf(measure(*child, along(infinity))) - least, -least);
+  }
+  std::vector<std::size_t> order(shares.size());
   std::iota(order.begin(), order.end(), 0);
   std::ranges::stable_sort(order, {}, [&](std::size_t index) { return stretch[index]; });
 
-  double left = *length - spacing * static_cast<double>(order.size() - 1);
+  double left = *length - spacingOf(order.size(), spacing);
   for (std::size_t turn = 0; turn < order.size(); ++turn) {
-    const auto index = order[turn];
-    proposals[index] = along(std::max(left, 0.0) / static_cast<double>(order.size() - turn));
-    left -= mainOf(measure(*stack.children[index], proposals[index]));
+    auto& [child, proposed] = shares[order[turn]];
+    proposed = along(std::max(left, 0.0) / static_cast<double>(order.size() - turn));
+    left -= mainOf(measure(*child, proposed));
   }
-  return proposals;
+  return shares;
 }
 
+// Of the first text when the node is placed like this, else its lower edge.
 double Layout::baseline(Node& node, const ProposedSize& proposal) {
-  const Size size = measure(node, proposal);
-  if (const auto* text = std::get_if<kinds::Text>(&node.kind))
-    return texts_.layout(text->text, text->style, platform::TextEngine::unlimited)->firstBaseline();
-  if (node.children.empty()) return size.height;
-  Node& first = *node.children.front();
-  if (const auto* padding = std::get_if<kinds::Padding>(&node.kind))
-    return padding->insets.top + baseline(first, inset(proposal, padding->insets));
-  if (const auto* frame = std::get_if<kinds::Frame>(&node.kind)) {
-    const double height = measure(first, exactly(size)).height;
-    return (size.height - height) * shareOf(frame->alignment.vertical) + baseline(first, exactly(size));
+  Layout trial(texts_);
+  trial.place(node, {}, proposal);
+  double y = 0;
+  for (const auto& [placed, frame] : trial.placed()) {
+    y += frame.y;
+    if (placed->setText.layout) return y + placed->setText.layout->firstBaseline();
+    if (placed->children.empty()) break;
   }
-  return baseline(first, proposal);
+  return measure(node, proposal).height;
 }
 
 void Layout::place(Node& node, Point origin, const ProposedSize& proposal) {
   const Size size = measure(node, proposal);
   placed_.push_back({&node, {origin.x, origin.y, size.width, size.height}});
-  if (const auto* text = std::get_if<kinds::Text>(&node.kind)) {
-    auto style = text->style;
-    style.direction = node.environment.direction;
-    node.textLayout =
-        texts_.layout(text->text, style, proposal.width ? *proposal.width : platform::TextEngine::unlimited);
-  }
+  // A text that has no room is not drawn.
+  if (const auto* text = std::get_if<kinds::Text>(&node.kind))
+    node.setText = proposal.width && *proposal.width <= 0 ? Node::SetText{} : setText(node, *text, proposal.width);
   std::visit([&](const auto& kind) { placeChildren(node, kind, proposal); }, node.kind);
 }
 
@@ -214,33 +225,37 @@ void Layout::placeAligned(Node& child, Size within, Alignment alignment, const P
 }
 
 void Layout::placeChildren(Node& node, const kinds::VerticalStack& stack, const ProposedSize& proposal) {
-  const auto proposals = share(node, Axis::vertical, stack.spacing, proposal);
   const double width = measure(node, proposal).width;
   double y = 0;
-  for (std::size_t index = 0; index < node.children.size(); ++index) {
-    Node& child = *node.children[index];
-    const Size size = measure(child, proposals[index]);
-    place(child, {(width - size.width) * shareOf(stack.alignment), y}, proposals[index]);
+  for (const auto& [child, proposed] : share(node, Axis::vertical, stack.spacing, proposal)) {
+    const Size size = measure(*child, proposed);
+    place(*child, {(width - size.width) * shareOf(stack.alignment), y}, proposed);
     y += size.height + stack.spacing;
   }
+  placeUnseen(node);
 }
 
 void Layout::placeChildren(Node& node, const kinds::HorizontalStack& stack, const ProposedSize& proposal) {
-  const auto proposals = share(node, Axis::horizontal, stack.spacing, proposal);
+  const auto shares = share(node, Axis::horizontal, stack.spacing, proposal);
   const double height = measure(node, proposal).height;
   const bool onBaseline = stack.alignment == VerticalAlignment::firstTextBaseline;
   double above = 0;
-  for (std::size_t index = 0; onBaseline && index < node.children.size(); ++index)
-    above = std::max(above, baseline(*node.children[index], proposals[index]));
+  for (const auto& [child, proposed] : shares) above = std::max(above, onBaseline ? baseline(*child, proposed) : 0);
   double x = 0;
-  for (std::size_t index = 0; index < node.children.size(); ++index) {
-    Node& child = *node.children[index];
-    const Size size = measure(child, proposals[index]);
+  for (const auto& [child, proposed] : shares) {
+    const Size size = measure(*child, proposed);
     const double y =
-        onBaseline ? above - baseline(child, proposals[index]) : (height - size.height) * shareOf(stack.alignment);
-    place(child, {x, y}, proposals[index]);
+        onBaseline ? above - baseline(*child, proposed) : (height - size.height) * shareOf(stack.alignment);
+    place(*child, {x, y}, proposed);
     x += size.width + stack.spacing;
   }
+  placeUnseen(node);
+}
+
+// Children that take no part in the stack for now.
+void Layout::placeUnseen(Node& stack) {
+  for (const auto& child : stack.children)
+    if (showsNothing(*child)) place(*child, {}, {});
 }
 
 void Layout::placeChildren(Node& node, const kinds::OverlaidStack& stack, const ProposedSize& proposal) {

@@ -57,9 +57,16 @@ class Layout {
     for (const auto& child : node.children) place(*child, {}, proposal);
   }
 
-  std::vector<ProposedSize> share(Node& stack, Axis axis, double spacing, const ProposedSize& proposal);
+  // What a stack proposes to those of its children that show something.
+  struct Share {
+    Node* child = nullptr;
+    ProposedSize proposal;
+  };
+  std::vector<Share> share(Node& stack, Axis axis, double spacing, const ProposedSize& proposal);
+  void placeUnseen(Node& stack);
   void placeAligned(Node& child, platform::Size within, Alignment alignment, const ProposedSize& proposal);
   double baseline(Node& node, const ProposedSize& proposal);
+  Node::SetText setText(const Node& node, const kinds::Text& text, std::optional<double> width);
 
   platform::TextEngine& texts_;
   std::vector<Placed> placed_;

@@ -8,6 +8,7 @@
 #include "declarative/animation.h"
 #include "declarative/context.h"
 #include "declarative/element.h"
+#include "declarative/mapping.h"
 #include "platform/geometry.h"
 #include "platform/text.h"
 
@@ -23,9 +24,10 @@ struct ProposedSize {
 
 // An element that is on the page: its identity, and what it looks like now. Nodes form a tree of the shape of the
 // elements; a node keeps its place in it as long as every rendering has an element of its kind and id there.
-struct Node {
+struct Node : std::enable_shared_from_this<Node> {
   Kind kind;
-  Equatable key;  // among its siblings
+  Equatable key;          // among its siblings
+  std::size_t index = 0;  // of its element among those of its parent
   Node* parent = nullptr;
   std::vector<std::shared_ptr<Node>> children;
   std::vector<std::shared_ptr<Node>> leaving;  // were children and are on their way out, at their last places
@@ -35,10 +37,9 @@ struct Node {
   // Of a component.
   std::unique_ptr<Identity> identity;
   bool isDirty = false;
-  Environment environment;  // as the body last saw it; of a text or symbol, what it is drawn in
+  bool showedNothing = false;  // as last laid out
 
-  // Its content reads in the other direction than what is around it.
-  bool isMirrored = false;
+  Environment environment;  // of what is inside
 
   // Of the rendering under way.
   bool isNew = true;
@@ -49,15 +50,22 @@ struct Node {
   std::vector<std::pair<ProposedSize, platform::Size>> measured;
   // In its parent's coordinates, as laid out and as shown: x, y, width, height.
   Motion place{{0, 0, 0, 0}};
-  platform::TextLayoutPtr textLayout;
+  // Of a text: what it is drawn with.
+  struct SetText {
+    platform::TextStyle style;
+    double width = 0;
+    platform::TextLayoutPtr layout;
+  };
+  SetText setText;
   std::optional<SymbolDrawing> symbol;
 
   // Colours, fades and the like; see looks.h.
   Motion looks{{}};
-  // How far it has come in (1) or gone out (0), through a transition.
+  // On its way in or out, through a transition.
   struct Presence {
-    Motion share;
-    TransitionEffect effect;
+    Motion effect;  // opacity, offset, scale
+    UnitPoint anchor;
+    bool isRemoval = false;
   };
   std::unique_ptr<Presence> presence;
   bool isPressed = false;
@@ -73,8 +81,15 @@ struct Node {
   static platform::Rect rectOf(const Numbers& numbers) { return {numbers[0], numbers[1], numbers[2], numbers[3]}; }
 };
 
-// Where the parent of a node's children begins, on the page as shown.
-platform::Point originOnPage(const Node& node);
+// Whether there is nothing in it to be laid out: a view that shows nothing for now, whatever is said of it.
+bool showsNothing(const Node& node);
+
+// From a node's own coordinates to those that `outer` maps its parent's content to, as shown.
+Mapping mappingOf(const Node& node, const Mapping& outer = {});
+// The same for its content, from the mapping of its own; an offset or a scale lies between the two.
+Mapping contentMapping(const Node& node, const Mapping& own);
+// From the coordinates of its content to those of the page.
+Mapping contentOnPage(const Node* node);
 
 // Calls `visit` for the node and all below it, parents first.
 template <class Visitor>

@@ -16,26 +16,6 @@ namespace {
 constexpr double blurReach = 3;        // standard deviations, beyond which a Gaussian is not seen
 constexpr double glyphOverhang = 0.5;  // of the font size, how far glyphs may leave their line's box
 
-// From a node's coordinates to the page's.
-struct Mapping {
-  double scaleX = 1;  // below 0 in a mirrored page
-  double scaleY = 1;
-  Point offset;
-
-  Point at(Point point) const { return {point.x * scaleX + offset.x, point.y * scaleY + offset.y}; }
-  Rect at(const Rect& rect) const {
-    const Point first = at(Point{rect.x, rect.y});
-    const double width = rect.width * std::abs(scaleX);
-    return {scaleX < 0 ? first.x - width : first.x, first.y, width, rect.height * scaleY};
-  }
-  Mapping movedBy(Point by) const { return {scaleX, scaleY, at(by)}; }
-  Mapping mirrored(double width) const { return {-scaleX, scaleY, at(Point{width, 0})}; }
-  Mapping scaledBy(double factor, Point around) const {
-    const Point origin{around.x * (1 - factor), around.y * (1 - factor)};
-    return {scaleX * factor, scaleY * factor, at(origin)};
-  }
-};
-
 Rect grown(const Rect& rect, double by) {
   return {rect.x - by, rect.y - by, rect.width + 2 * by, rect.height + 2 * by};
 }
@@ -53,6 +33,12 @@ Rect extentWith(const platform::LayerEffect& effect, const Rect& content) {
     all = unionOf(all, cast);
   }
   return all;
+}
+
+// Whether it neither moves nor scales.
+bool onlyFades(const Node::Presence& presence) {
+  const auto isInPlace = [](const Numbers& effect) { return effect[1] == 0 && effect[2] == 0 && effect[3] == 1; };
+  return isInPlace(presence.effect.current()) && isInPlace(presence.effect.target());
 }
 
 class PageDrawing {
@@ -74,11 +60,7 @@ class PageDrawing {
   void add(const Node& node, const kinds::Stroke& stroke, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void add(const Node& node, const kinds::Divider& divider, const Mapping& mapping, bool rests,
            Drawings& drawings) const;
-  void add(const Node& node, const kinds::Layered& layered, const Mapping& mapping, bool rests,
-           Drawings& drawings) const;
   void add(const Node& node, const kinds::Effect& effect, const Mapping& mapping, bool rests, Drawings& drawings) const;
-  void add(const Node& node, const kinds::Offset& offset, const Mapping& mapping, bool rests, Drawings& drawings) const;
-  void add(const Node& node, const kinds::Scale& scale, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void add(const Node& node, const kinds::Clip& clip, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void add(const Node& node, const kinds::Button& button, const Mapping& mapping, bool rests, Drawings& drawings) const;
   template <class Other>
@@ -95,22 +77,16 @@ class PageDrawing {
 };
 
 void PageDrawing::add(const Node& node, const Mapping& outer, bool rests, Drawings& drawings) const {
-  const Rect place = node.current();
-  Mapping mapping = outer.movedBy({place.x, place.y});
-  if (node.isMirrored) mapping = mapping.mirrored(place.width);
+  const Mapping mapping = mappingOf(node, outer);
+  if (mapping.isFlat()) return;
   const bool carriesContent =
       std::holds_alternative<kinds::Offset>(node.kind) || std::holds_alternative<kinds::Scale>(node.kind);
   const bool restsToo = rests && !node.place.isMoving() && !(carriesContent && node.looks.isMoving());
   if (!node.presence) return addContent(node, mapping, restsToo, drawings);
 
-  const double away = 1 - node.presence->share.current().front();
-  const TransitionEffect& effect = node.presence->effect;
-  const Mapping moved = mapping.movedBy({effect.offset.x * away, effect.offset.y * away})
-                            .scaledBy(std::max(platform::interpolate(1, effect.scale, away), 0.0),
-                                      {place.width * effect.anchor.x, place.height * effect.anchor.y});
   Drawings children;
-  addContent(node, moved, restsToo && effect.offset == Point{} && effect.scale == 1, children);
-  const double opacity = std::clamp(platform::interpolate(1, effect.opacity, away), 0.0, 1.0);
+  addContent(node, mapping, restsToo && onlyFades(*node.presence), children);
+  const double opacity = std::clamp(node.presence->effect.current().front(), 0.0, 1.0);
   addLayer({.shadows = {}, .opacity = opacity}, std::move(children), drawings);
 }
 
@@ -119,8 +95,17 @@ void PageDrawing::addContent(const Node& node, const Mapping& mapping, bool rest
 }
 
 void PageDrawing::addChildren(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const {
-  for (const auto& gone : node.leaving) add(*gone, mapping, rests, drawings);
-  for (const auto& child : node.children) add(*child, mapping, rests, drawings);
+  const Mapping content = contentMapping(node, mapping);
+  if (content.isFlat()) return;
+  std::vector<const Node*> all;  // from back to front
+  for (const auto& gone : node.leaving) all.push_back(gone.get());
+  for (const auto& child : node.children) all.push_back(child.get());
+  const auto* layered = std::get_if<kinds::Layered>(&node.kind);
+  const bool isBehind = layered && layered->side == kinds::Layered::Side::behind;
+  std::ranges::stable_sort(all, [&](const Node* left, const Node* right) {
+    return isBehind ? left->index > right->index : left->index < right->index;
+  });
+  for (const Node* child : all) add(*child, content, rests, drawings);
 }
 
 void PageDrawing::addLayer(const platform::LayerEffect& effect, Drawings children, Drawings& drawings) const {
@@ -164,12 +149,13 @@ double PageDrawing::sharpInset(double width, double inset, const Mapping& mappin
 
 void PageDrawing::add(const Node& node, const kinds::Text& text, const Mapping& mapping, bool rests,
                       Drawings& drawings) const {
-  if (!node.textLayout) return;
+  if (!node.setText.layout) return;
   const Rect frame = frameOf(node, mapping, rests);
-  drawings.push_back({DrawnText{node.textLayout, {frame.x, frame.y}, mapping.scaleY, colorFrom(node.looks.current())},
-                      frame,
-                      grown(frame, text.style.font.size * glyphOverhang * mapping.scaleY),
-                      {}});
+  drawings.push_back(
+      {DrawnText{node.setText.layout, {frame.x, frame.y}, mapping.scaleY, colorFrom(node.looks.current())},
+       frame,
+       grown(frame, text.style.font.size * glyphOverhang * mapping.scaleY),
+       {}});
 }
 
 void PageDrawing::add(const Node& node, const kinds::Symbol& symbol, const Mapping& mapping, bool rests,
@@ -236,15 +222,6 @@ void PageDrawing::add(const Node& node, const kinds::Divider&, const Mapping& ma
   drawings.push_back({FilledPath{platform::rectanglePath(line), colorFrom(node.looks.current())}, line, line, {}});
 }
 
-void PageDrawing::add(const Node& node, const kinds::Layered& layered, const Mapping& mapping, bool rests,
-                      Drawings& drawings) const {
-  const bool isBehind = layered.side == kinds::Layered::Side::behind;
-  if (isBehind && node.children.size() > 1) add(*node.children[1], mapping, rests, drawings);
-  for (const auto& gone : node.leaving) add(*gone, mapping, rests, drawings);
-  if (!node.children.empty()) add(*node.children[0], mapping, rests, drawings);
-  if (!isBehind && node.children.size() > 1) add(*node.children[1], mapping, rests, drawings);
-}
-
 void PageDrawing::add(const Node& node, const kinds::Effect&, const Mapping& mapping, bool rests,
                       Drawings& drawings) const {
   auto effect = effectFrom(node.looks.current());
@@ -257,18 +234,6 @@ void PageDrawing::add(const Node& node, const kinds::Effect&, const Mapping& map
   Drawings children;
   addChildren(node, mapping, rests, children);
   addLayer(effect, std::move(children), drawings);
-}
-
-void PageDrawing::add(const Node& node, const kinds::Offset&, const Mapping& mapping, bool rests,
-                      Drawings& drawings) const {
-  addChildren(node, mapping.movedBy(offsetFrom(node.looks.current())), rests, drawings);
-}
-
-void PageDrawing::add(const Node& node, const kinds::Scale& scale, const Mapping& mapping, bool rests,
-                      Drawings& drawings) const {
-  const Rect place = node.current();
-  const Point anchor{place.width * scale.anchor.x, place.height * scale.anchor.y};
-  addChildren(node, mapping.scaledBy(scaleFrom(node.looks.current()), anchor), rests, drawings);
 }
 
 void PageDrawing::add(const Node& node, const kinds::Clip& clip, const Mapping& mapping, bool rests,
@@ -291,12 +256,9 @@ void PageDrawing::add(const Node& node, const kinds::Button&, const Mapping& map
 
 }  // namespace
 
-Drawings drawingsOf(const Node& root, platform::LayoutDirection direction, double scale) {
+Drawings drawingsOf(const Node& root, double scale) {
   Drawings drawings;
-  const bool isMirrored = direction == platform::LayoutDirection::rightToLeft;
-  Mapping mapping;
-  if (isMirrored) mapping = mapping.mirrored(root.current().width);
-  PageDrawing(scale).add(root, mapping, true, drawings);
+  PageDrawing(scale).add(root, Mapping{}, true, drawings);
   return drawings;
 }
 

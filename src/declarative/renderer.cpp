@@ -44,6 +44,10 @@ Transition transitionOf(const Node& node) {
   return {fade, fade};
 }
 
+Numbers numbersOf(const TransitionEffect& effect) {
+  return {effect.opacity, effect.offset.x, effect.offset.y, effect.scale};
+}
+
 std::shared_ptr<Node> takeMatching(std::vector<std::shared_ptr<Node>>& nodes, const Equatable& key, const Kind& kind) {
   const auto found = std::ranges::find_if(
       nodes, [&](const auto& node) { return node && node->key == key && isSameKind(node->kind, kind); });
@@ -79,52 +83,57 @@ void Renderer::update(const std::shared_ptr<Node>& node, const Element& element)
   node->valueChanged = hasOtherValue(node->kind, element.kind());
   node->kind = element.kind();
   node->symbol.reset();
-  if (!node->isOnPage) enter(node);
+  const bool isKnown = node->isOnPage;
+  if (!isKnown) enter(node);
   if (node->identity)
     node->isDirty = true;
   else
     updateChildren(*node, element.children());
-  if (const auto* change = std::get_if<kinds::Change>(&node->kind); change && node->valueChanged)
+  if (const auto* change = std::get_if<kinds::Change>(&node->kind); change && node->valueChanged && isKnown)
     callbacks_.push_back(change->action);
 }
 
 void Renderer::updateChildren(Node& node, const std::vector<Element>& elements) {
   auto before = std::exchange(node.children, {});
-  node.children.reserve(elements.size());
+  std::vector<std::shared_ptr<Node>> kept(elements.size());
   for (std::size_t index = 0; index < elements.size(); ++index) {
     const Element& element = elements[index];
     if (element.isEmpty()) continue;
     const Equatable key = keyOf(element, index);
-    auto child = takeMatching(before, key, element.kind());
+    kept[index] = takeMatching(before, key, element.kind());
     // One that is on its way out turns round where it is.
-    if (!child) child = takeMatching(node.leaving, key, element.kind());
+    if (!kept[index]) kept[index] = takeMatching(node.leaving, key, element.kind());
+  }
+  std::erase(node.leaving, nullptr);
+  // What goes says so before what comes in its place.
+  for (auto& gone : before)
+    if (gone) remove(node, std::move(gone));
+  node.children.reserve(elements.size());
+  for (std::size_t index = 0; index < elements.size(); ++index) {
+    const Element& element = elements[index];
+    if (element.isEmpty()) continue;
+    auto& child = kept[index];
     if (child)
       update(child, element);
     else
-      child = makeNode(element, key, &node);
+      child = makeNode(element, keyOf(element, index), &node);
+    child->index = index;
     node.children.push_back(std::move(child));
   }
-  for (auto& gone : before)
-    if (gone) remove(node, std::move(gone));
-  std::erase(node.leaving, nullptr);
 }
 
 void Renderer::remove(Node& parent, std::shared_ptr<Node> node) {
-  bool isMatched = false;
   forEachNode(*node, [&](Node& below) {
     if (const auto* matched = std::get_if<kinds::MatchedGeometry>(&below.kind)) {
-      const auto origin = originOnPage(below);
-      const auto frame = below.current();
-      matchedPlaces_.push_back({matched->id, {origin.x, origin.y, frame.width, frame.height}, below.place.velocity()});
-      isMatched = true;
+      const auto frame = contentOnPage(below.parent).at(below.current());
+      matchedPlaces_.push_back({below.weak_from_this(), matched->id, frame, below.place.velocity()});
     }
     if (const auto* appearing = std::get_if<kinds::Appearing>(&below.kind); appearing && appearing->disappeared)
       callbacks_.push_back(appearing->disappeared);
     below.identity.reset();
     below.isOnPage = false;
   });
-  // Its successor carries on with its place; nothing of it stays behind.
-  if (!isMatched) parent.leaving.push_back(std::move(node));
+  parent.leaving.push_back(std::move(node));
 }
 
 void Renderer::render(Node& node, const Environment& inherited, const std::optional<Animation>& animation) {
@@ -134,26 +143,20 @@ void Renderer::render(Node& node, const Environment& inherited, const std::optio
   if (std::holds_alternative<kinds::Unanimated>(node.kind)) node.animation.reset();
   node.valueChanged = false;
 
-  if (const auto* foreground = std::get_if<kinds::Foreground>(&node.kind)) {
-    Environment environment = inherited;
-    environment.foreground = foreground->color;
-    renderChildren(node, environment);
-  } else if (const auto* change = std::get_if<kinds::EnvironmentChange>(&node.kind)) {
-    Environment environment = inherited;
-    change->change(environment);
-    node.isMirrored = environment.direction != inherited.direction;
-    renderChildren(node, environment);
-  } else {
-    if (node.identity) renderBody(node, inherited);
-    node.environment = inherited;
-    Numbers looks = looksOf(node.kind, inherited);
-    if (node.isNew || !node.animation || looks.size() != node.looks.target().size()) {
-      if (node.isNew || looks != node.looks.target()) node.looks.set(std::move(looks));
-    } else if (looks != node.looks.target()) {
+  Environment environment = inherited;
+  if (const auto* foreground = std::get_if<kinds::Foreground>(&node.kind)) environment.foreground = foreground->color;
+  if (const auto* change = std::get_if<kinds::EnvironmentChange>(&node.kind)) change->change(environment);
+  if (node.identity) renderBody(node, environment);
+  node.environment = std::move(environment);
+
+  Numbers looks = looksOf(node.kind, node.environment);
+  if (looks != node.looks.target()) {
+    if (node.isNew || !node.animation || looks.size() != node.looks.target().size())
+      node.looks.set(std::move(looks));
+    else
       node.looks.animate(std::move(looks), *node.animation, now_);
-    }
-    renderChildren(node, inherited);
   }
+  renderChildren(node, node.environment);
 }
 
 void Renderer::renderBody(Node& node, const Environment& environment) {
@@ -168,8 +171,8 @@ void Renderer::renderBody(Node& node, const Environment& environment) {
 
 void Renderer::renderChildren(Node& node, const Environment& environment) {
   for (const auto& child : node.children) {
-    if (!node.isNew) beginPresence(*child, node.animation);
     render(*child, environment, node.animation);
+    if (!node.isNew) beginPresence(*child, node.animation);
   }
   renderLeaving(node);
 }
@@ -177,11 +180,13 @@ void Renderer::renderChildren(Node& node, const Environment& environment) {
 void Renderer::beginPresence(Node& child, const std::optional<Animation>& animation) {
   if (child.isNew) {
     if (!animation) return;
-    child.presence = std::make_unique<Node::Presence>(Node::Presence{Motion({0}), transitionOf(child).insertion});
-    child.presence->share.animate({1}, *animation, now_);
-  } else if (child.presence && child.presence->share.target() != Numbers{1}) {
+    const auto insertion = transitionOf(child).insertion;
+    child.presence = std::make_unique<Node::Presence>(Node::Presence{Motion(numbersOf(insertion)), insertion.anchor});
+    child.presence->effect.animate(numbersOf({}), *animation, now_);
+  } else if (child.presence && child.presence->isRemoval) {
+    child.presence->isRemoval = false;
     if (animation)
-      child.presence->share.animate({1}, *animation, now_);
+      child.presence->effect.animate(numbersOf({}), *animation, now_);
     else
       child.presence.reset();
   }
@@ -189,15 +194,16 @@ void Renderer::beginPresence(Node& child, const std::optional<Animation>& animat
 
 void Renderer::renderLeaving(Node& node) {
   for (auto& gone : node.leaving) {
-    if (gone->presence && gone->presence->share.target() == Numbers{0}) continue;
+    if (gone->presence && gone->presence->isRemoval) continue;
     if (!node.animation) {
       gone.reset();
       continue;
     }
     const auto removal = transitionOf(*gone).removal;
-    if (!gone->presence) gone->presence = std::make_unique<Node::Presence>(Node::Presence{Motion({1}), removal});
-    gone->presence->effect = removal;
-    gone->presence->share.animate({0}, *node.animation, now_);
+    if (!gone->presence)
+      gone->presence = std::make_unique<Node::Presence>(Node::Presence{Motion(numbersOf({})), removal.anchor});
+    gone->presence->isRemoval = true;
+    gone->presence->effect.animate(numbersOf(removal), *node.animation, now_);
   }
   std::erase(node.leaving, nullptr);
 }

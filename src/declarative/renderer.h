@@ -25,8 +25,9 @@ class Renderer {
 
   // After the layout: where elements of matched geometry come from.
   struct MatchedPlace {
+    std::weak_ptr<Node> node;
     MatchedGeometryId id;
-    Numbers frame;  // on the page
+    platform::Rect frame;  // on the page
     Numbers velocity;
   };
   const std::vector<MatchedPlace>& matchedPlaces() const { return matchedPlaces_; }

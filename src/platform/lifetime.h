@@ -13,6 +13,9 @@ class Lifetime {
   Lifetime(const Lifetime&) = delete;
   Lifetime& operator=(const Lifetime&) = delete;
 
+  // Expired once the object is gone; for what goes on after a call that may end it.
+  std::weak_ptr<const void> watch() const { return alive_; }
+
   template <class Function>
   auto weak(Function function) const {
     return [alive = std::weak_ptr<const char>(alive_), function = std::move(function)](auto&&... arguments) mutable {

@@ -4,15 +4,49 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "declarative/host.h"
 #include "desktops/sim/sim_frame_clock.h"
 #include "desktops/sim/sim_main_queue.h"
+#include "platform/handler_list.h"
 
 namespace hushpane::declarative {
+
+// A view written in place.
+struct Part {
+  std::function<Element(Context&)> make;
+  Element body(Context& context) const { return make(context); }
+};
+
+// Something outside of the page that announces its changes.
+template <class Type>
+class Model {
+ public:
+  explicit Model(Type value) : value_(std::move(value)) {}
+  const Type& get() const { return value_; }
+  void set(Type value) {
+    value_ = std::move(value);
+    handlers_.forEach([](const auto& handler) { handler(); });
+  }
+  platform::Token observe(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
+  bool isObserved() const { return !handlers_.empty(); }
+
+ private:
+  Type value_;
+  platform::HandlerList<void()> handlers_;
+};
+
+inline constexpr AdaptiveColor red = fixed({1, 0, 0, 1});
+inline constexpr AdaptiveColor blue = fixed({0, 0, 1, 1});
+
+inline Element box(double width, double height, AdaptiveColor color = red) {
+  return fill(Rectangle{}, color).frame({.width = width, .height = height});
+}
 
 // Sets every letter half as wide as the font is large, lines as high as the font, and breaks between words.
 class PlainText : public platform::TextEngine {
@@ -30,7 +64,10 @@ class PlainText : public platform::TextEngine {
     double fontScale() const override { return 1; }
   };
 
+  int calls = 0;
+
   platform::TextLayoutPtr layout(const std::string& text, const platform::TextStyle& style, double width) override {
+    ++calls;
     auto layout = std::make_shared<Layout>();
     layout->words = text;
     layout->fontSize = style.font.size;
@@ -68,9 +105,19 @@ class PageTest : public testing::Test {
                                   [this] { ++changes; });
     return *host;
   }
+  // A page that shows what `make` says of the model.
+  template <class Type>
+  Host& show(Model<Type>& model, std::function<Element(const Type&)> make) {
+    return show(Part{[&model, make](Context& context) {
+      context.observe(model);
+      return make(model.get());
+    }});
+  }
+  // The frames of all filled shapes, from back to front.
+  std::vector<platform::Rect> boxes() const;
   void click(platform::Point point) {
     host->pointerDown(point);
-    host->pointerUp(point);
+    if (host) host->pointerUp(point);
     queue.drain();
   }
 };
@@ -84,6 +131,12 @@ std::vector<Drawing> allOf(const Drawings& drawings) {
     for (auto& below : allOf<What>(drawing.children)) found.push_back(std::move(below));
   }
   return found;
+}
+
+inline std::vector<platform::Rect> PageTest::boxes() const {
+  std::vector<platform::Rect> frames;
+  for (const auto& drawing : allOf<FilledPath>(host->drawings())) frames.push_back(drawing.frame);
+  return frames;
 }
 
 }  // namespace hushpane::declarative

@@ -1,0 +1,197 @@
+#include <array>
+#include <map>
+#include <optional>
+
+#include "tests/declarative/page_test.h"
+
+namespace hushpane::declarative {
+namespace {
+
+using namespace platform;
+
+class PageState : public PageTest {
+ protected:
+  std::vector<std::string> log;
+  std::function<void()> noting(std::string what) {
+    return [this, what] { log.push_back(what); };
+  }
+};
+
+TEST_F(PageState, OnlyViewsThatObserveAChangeAreRebuilt) {
+  Model<int> first(1), second(1);
+  int outer = 0;
+  std::array<int, 2> inner{};
+  const auto part = [&](Model<int>& model, int& count) {
+    return Part{[&](Context& context) {
+      context.observe(model);
+      ++count;
+      return box(model.get(), 10);
+    }};
+  };
+  show(Part{[&](Context&) {
+    ++outer;
+    return verticalStack({}, {part(first, inner[0]), part(second, inner[1])});
+  }});
+  second.set(20);
+  second.set(30);
+  queue.drain();
+  EXPECT_EQ(outer, 1);
+  EXPECT_EQ(inner, (std::array{1, 2}));
+  EXPECT_EQ(boxes()[1].width, 30);
+  host->setEnvironment({.appearance = Appearance::dark});
+  queue.drain();
+  EXPECT_EQ(outer, 2);
+  EXPECT_EQ(inner, (std::array{2, 3})) << "a view is rendered once, also with the one around it";
+}
+
+TEST_F(PageState, StateBelongsToTheIdentity) {
+  Model<std::vector<int>> ids({1, 2});
+  std::map<int, State<int>> states;
+  Model<int> other(0);
+  int fired = 0;
+  show<std::vector<int>>(ids, [&](const std::vector<int>& shown) {
+    std::vector<Element> parts;
+    for (const int id : shown)
+      parts.push_back(Element(Part{[&, id](Context& context) {
+                        context.observe(other);
+                        const auto width = context.state("width", 10);
+                        states.insert_or_assign(id, width);
+                        if (id == 2) context.updates().after(5, [&] { ++fired; });
+                        return box(width.get(), 10);
+                      }}).id(id));
+    return verticalStack({.spacing = 0}, parts);
+  });
+  const State<int> removed = states.at(2);
+  removed.set(40);
+  queue.drain();
+  ids.set({2, 1});
+  queue.drain();
+  EXPECT_EQ(boxes()[0].width, 40) << "it moved with its id";
+  ids.set({1});
+  queue.drain();
+  const int rendered = changes;
+  removed.set(50);
+  EXPECT_EQ(removed.get(), 50);
+  queue.advance(10);
+  EXPECT_EQ(changes, rendered);
+  EXPECT_EQ(fired, 0) << "what it asked for later goes with it";
+  ids.set({});
+  queue.drain();
+  EXPECT_FALSE(other.isObserved());
+  ids.set({2});
+  queue.drain();
+  EXPECT_EQ(boxes()[0].width, 10) << "another identity begins anew";
+}
+
+TEST_F(PageState, ViewsThatNeverComeToRestLeaveTheQueueItsTurns) {
+  int bodies = 0;
+  show(Part{[&](Context& context) {
+    const auto state = context.state("count", 0);
+    const int count = state.get();
+    state.set(count < 1000 ? count + 1 : count);
+    ++bodies;
+    return box(count, 1);
+  }});
+  EXPECT_GT(bodies, 1);
+  EXPECT_LT(bodies, 20);
+  queue.drain();
+  EXPECT_EQ(boxes()[0].width, 1000);
+  const auto settled = bodies;
+  queue.advance(1);
+  EXPECT_EQ(bodies, settled);
+
+  // Changes that follow changes, each with an animation of its own.
+  Model<int> model(0);
+  int changesSeen = 0;
+  show(Part{[&](Context& context) {
+    context.observe(model);
+    return box(10, 10).onChange(model.get(), [&, updates = context.updates()] {
+      if (++changesSeen > 500) return;
+      model.set(model.get() + 1);
+      updates.withAnimation(easeOut(changesSeen), [&] { model.set(model.get() + 1); });
+    });
+  }});
+  EXPECT_EQ(changesSeen, 0) << "the first value is no change";
+  model.set(1);
+  queue.runOneTurn();
+  EXPECT_LT(changesSeen, 20);
+  queue.drain();
+  EXPECT_GT(changesSeen, 500);
+}
+
+TEST_F(PageState, CallbacksFollowTheRenderingThatCausedThem) {
+  Model<int> model(1);
+  show<int>(model, [&](int id) {
+    const auto name = std::to_string(id);
+    return box(10, 10)
+        .onChange(id, noting("change"))
+        .onAppear(noting("+" + name))
+        .onDisappear(noting("-" + name))
+        .id(id);
+  });
+  EXPECT_EQ(log, std::vector<std::string>{"+1"});
+  model.set(2);
+  queue.drain();
+  EXPECT_EQ(log, (std::vector<std::string>{"+1", "-1", "+2"})) << "the old one goes before the new one comes";
+
+  // What a view does when it appears shows at once.
+  show(Part{[](Context& context) {
+    const auto width = context.state("width", 10);
+    return box(width.get(), 10).onAppear([width] { width.set(70); });
+  }});
+  EXPECT_EQ(boxes()[0].width, 70);
+}
+
+TEST_F(PageState, WhatClosuresKeepOutlivesTheHost) {
+  std::optional<State<int>> state;
+  std::optional<Updates> updates;
+  Model<int> model(0);
+  show(Part{[&](Context& context) {
+    context.observe(model);
+    state = context.state("state", 0);
+    updates = context.updates();
+    return box(10, 10);
+  }});
+  model.set(1);
+  bool ran = false;
+  updates->after(1, [&] { ran = true; });
+  updates->withAnimation(easeOut(1), [&] {
+    host.reset();
+    state->set(1);
+  });
+  EXPECT_FALSE(model.isObserved());
+  updates->withAnimation(easeOut(1), [&] { state->set(2); });
+  EXPECT_EQ(state->get(), 2);
+  queue.advance(3);
+  EXPECT_FALSE(ran);
+}
+
+TEST_F(PageState, EveryActionMayEndTheHost) {
+  Model<int> model(0);
+  const auto end = [this] { host.reset(); };
+  const std::vector<std::pair<std::function<Element(Element)>, std::function<void()>>> cases{
+      {[&](Element element) { return element.onTap(end); },
+       [&] {
+         click({5, 5});
+       }},
+      {[&](Element element) { return button(end, element); },
+       [&] {
+         click({5, 5});
+       }},
+      {[&](Element element) { return element.onHover([end](bool) { end(); }).onTap([] {}); },
+       [&] {
+         click({5, 5});
+       }},
+      {[&](Element element) { return element.onChange(model.get(), end).onChange(model.get(), [] {}); },
+       [&] { model.set(model.get() + 1); }},
+  };
+  for (const auto& [with, act] : cases) {
+    show<int>(model, [&](int) { return with(box(10, 10)); });
+    act();
+    queue.drain();
+    EXPECT_EQ(host, nullptr);
+  }
+}
+
+}  // namespace
+}  // namespace hushpane::declarative
