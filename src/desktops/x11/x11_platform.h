@@ -20,6 +20,7 @@
 #include "desktops/shared/image_file_loader.h"
 #include "desktops/shared/json_text.h"
 #include "desktops/shared/locale_environment.h"
+#include "desktops/shared/pango_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
 #include "desktops/x11/compositor_watch.h"
