@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 #include <utility>
 
 namespace hushpane::declarative {
@@ -163,7 +162,7 @@ Size Layout::answerOfContent(Node& node, const ProposedSize& proposal) {
 }
 
 // Parts the length of a stack among its children: those that bend least come first, and each may take an equal part of
-// what is left then.
+// what is left then. Spacers get what nobody else needs.
 std::vector<Layout::Share> Layout::share(Node& stack, Axis axis, double spacing, const ProposedSize& proposal) {
   const bool isHorizontal = axis == Axis::horizontal;
   const auto length = isHorizontal ? proposal.width : proposal.height;
@@ -176,21 +175,31 @@ std::vector<Layout::Share> Layout::share(Node& stack, Axis axis, double spacing,
     if (!showsNothing(*child)) shares.push_back({child.get(), along(length)});
   if (!length || std::isinf(*length)) return shares;
 
-  std::vector<std::pair<double, double>> stretch;  // and of two that bend alike, the one first that needs more
-  for (const auto& [child, proposed] : shares) {
-    const double least = mainOf(measure(*child, along(0)));
-    stretch.emplace_back(mainOf(measure(*child, along(infinity))) - least, -least);
+  struct Claim {
+    Share* share = nullptr;
+    double least = 0;
+    double stretch = 0;
+  };
+  std::vector<Claim> claims, spacers;
+  double left = *length - spacingOf(shares.size(), spacing);
+  for (auto& share : shares) {
+    const double least = mainOf(measure(*share.child, along(0)));
+    const Claim claim{&share, least, mainOf(measure(*share.child, along(infinity))) - least};
+    const bool isSpacer = std::holds_alternative<kinds::Spacer>(share.child->kind);
+    (isSpacer ? spacers : claims).push_back(claim);
+    if (isSpacer) left -= least;
   }
-  std::vector<std::size_t> order(shares.size());
-  std::iota(order.begin(), order.end(), 0);
-  std::ranges::stable_sort(order, {}, [&](std::size_t index) { return stretch[index]; });
-
-  double left = *length - spacingOf(order.size(), spacing);
-  for (std::size_t turn = 0; turn < order.size(); ++turn) {
-    auto& [child, proposed] = shares[order[turn]];
-    proposed = along(std::max(left, 0.0) / static_cast<double>(order.size() - turn));
-    left -= mainOf(measure(*child, proposed));
-  }
+  // Of two that bend alike, the one first that needs more.
+  std::ranges::stable_sort(claims, {}, [](const Claim& claim) { return std::pair(claim.stretch, -claim.least); });
+  const auto serve = [&](const std::vector<Claim>& all) {
+    for (auto waiting = static_cast<double>(all.size()); const auto& claim : all) {
+      claim.share->proposal = along(std::max(left, 0.0) / waiting--);
+      left -= mainOf(measure(*claim.share->child, claim.share->proposal));
+    }
+  };
+  serve(claims);
+  for (const auto& spacer : spacers) left += spacer.least;
+  serve(spacers);
   return shares;
 }
 

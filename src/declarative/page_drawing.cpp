@@ -96,7 +96,6 @@ void PageDrawing::addContent(const Node& node, const Mapping& mapping, bool rest
 
 void PageDrawing::addChildren(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const {
   const Mapping content = contentMapping(node, mapping);
-  if (content.isFlat()) return;
   std::vector<const Node*> all;  // from back to front
   for (const auto& gone : node.leaving) all.push_back(gone.get());
   for (const auto& child : node.children) all.push_back(child.get());

@@ -41,6 +41,9 @@ double lineWidth(platform::FontWeight weight) {
   return 0.08;
 }
 
+// In font sizes: as high as a line of text, so that rows are equally high whichever symbol stands in them.
+constexpr double boxHeight = 1.2;
+
 }  // namespace
 
 std::optional<SymbolDrawing> drawSymbol(std::string_view name, const platform::Font& font, SymbolVariant variant) {
@@ -48,9 +51,10 @@ std::optional<SymbolDrawing> drawSymbol(std::string_view name, const platform::F
   if (symbol == symbols.end()) return std::nullopt;
   const double size = std::isfinite(font.size) ? std::max(font.size, 0.0) : 0;
   auto drawing = symbol->draw(lineWidth(font.weight), variant);
-  drawing.size = {drawing.size.width * size, drawing.size.height * size};
+  const double above = (boxHeight - drawing.size.height) / 2 * size;
+  drawing.size = {drawing.size.width * size, boxHeight * size};
   for (auto& part : drawing.parts) {
-    part.path = part.path.transformed(size, size, {});
+    part.path = part.path.transformed(size, size, {0, above});
     if (part.stroke) part.stroke->width *= size;
   }
   return drawing;

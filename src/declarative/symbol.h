@@ -18,7 +18,8 @@ struct SymbolPart {
   double opacity = 1;
 };
 
-// A symbol as drawn beside a text of that font: outlines in points from the top left of its box.
+// A symbol as drawn beside a text of that font: outlines in points from the top left of its box, which is as high as a
+// line of the text, whatever stands in its middle.
 struct SymbolDrawing {
   platform::Size size;
   std::vector<SymbolPart> parts;

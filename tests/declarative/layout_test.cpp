@@ -119,6 +119,13 @@ TEST_F(PageLayout, TextsWrapWithinWhatTheyAreOffered) {
   EXPECT_GT(frames[1].width, 100);
   EXPECT_EQ(frames[1].y, frames[0].bottom());
 
+  // Nor is a text narrowed for a spacer.
+  framesOf(horizontalStack({.spacing = 0}, {text("one two three", platform::Font{.size = 10}), spacer(), box(50, 9)}),
+           {130, 10});
+  EXPECT_EQ(textFrames()[0].height, 10);
+
+  EXPECT_EQ(framesOf(flexible.fixedSize(false, true), {100, 50}), (std::vector<Rect>{{0, 0, 100, 10}}));
+
   // Ten thousand letters move nothing out of its place.
   std::string letters;
   while (letters.size() < 10'000) letters += "letters and ";
@@ -133,7 +140,8 @@ TEST_F(PageLayout, AnyOfferGivesFiniteSizes) {
       {}, {flexible, text("some words"), horizontalStack({}, {flexible, spacer(), divider(), text("words")}),
            flexible.frame({.minWidth = 30, .maxWidth = infinity, .maxHeight = infinity}).padding(20), spacer(),
            flexible.fixedSize(false, true), overlaidStack({}, {flexible, text("a")}).scale(0),
-           stroke(Circle{}, red, 1).overlay(text("over")), verticalStack({}, {}), picture(nullptr)});
+           stroke(Circle{}, red, 1).scale(0), stroke(Circle{}, red, 1).overlay(text("over")), verticalStack({}, {}),
+           picture(nullptr)});
   const auto isFinite = [](const Rect& rect) {
     return std::isfinite(rect.x) && std::isfinite(rect.y) && std::isfinite(rect.width) && std::isfinite(rect.height) &&
            rect.width >= 0 && rect.height >= 0;
