@@ -26,7 +26,6 @@ namespace {
 
 using declarative::Binding;
 using declarative::Element;
-using declarative::Host;
 using platform::Point;
 
 using Views = std::vector<SheetView>;
@@ -39,13 +38,6 @@ constexpr double rowWidth = 240;
 template <class Type>
 Binding<Type> constantly(Type value) {
   return {[value] { return value; }, [](Type) {}};
-}
-
-std::function<void(Host&)> hoverAt(Point point) {
-  return [point](Host& host) { host.pointerMoved(point); };
-}
-std::function<void(Host&)> pressAt(Point point) {
-  return [point](Host& host) { host.pointerDown(point); };
 }
 
 Views symbols(platform::Platform&) {
@@ -103,21 +95,19 @@ Views controls(platform::Platform&) {
            return Element(PellSegmentedPicker<int>{
                constantly(selected), {{"Subtle"_key, 0}, {"Balanced"_key, 1}, {"Strong"_key, 2}}, globalAccent, 64});
          }});
-  views.push_back({"picker, sliding", [] { return Element(SlidingPicker{}); },
-                   [](Host& host) {
-                     host.pointerDown({160, 12});
-                     host.pointerUp({160, 12});
-                   },
-                   0.12});
+  views.push_back({.caption = "picker, sliding",
+                   .make = [] { return Element(SlidingPicker{}); },
+                   .click = Point{160, 12},
+                   .seconds = 0.12});
   const auto back = [] { return Element(BackButton{[] {}}); };
   const auto prominent = [] {
     return Element(ProminentButton{localized("Get started"_key), [] {}, globalAccent, 110});
   };
   views.push_back({"back", back});
-  views.push_back({"back, hovered", back, hoverAt({11, 11})});
-  views.push_back({"back, pressed", back, pressAt({11, 11})});
+  views.push_back({"back, hovered", back, Point{11, 11}});
+  views.push_back({.caption = "back, pressed", .make = back, .press = Point{11, 11}});
   views.push_back({"prominent", prominent});
-  views.push_back({"prominent, pressed", prominent, pressAt({20, 14})});
+  views.push_back({.caption = "prominent, pressed", .make = prominent, .press = Point{20, 14}});
   return views;
 }
 
@@ -131,7 +121,7 @@ Views pods(platform::Platform&) {
                          [=] {
                            return Element(ModePodView{mode, isActive, [] {}}).frame({.width = podWidth});
                          },
-                         isHovered ? hoverAt({50, 25}) : nullptr});
+                         isHovered ? std::optional(Point{50, 25}) : std::nullopt});
       }
   return views;
 }
@@ -150,13 +140,15 @@ struct CardState {
 constexpr const char* defaultPicture = "HushpaneDefaultWallpaper";
 constexpr Point customSlot{250, 90};
 
+constexpr CardState wallpaperOfCleanDesktop{"clean desktop, wallpaper", VeilMode::cleanDesktop, "wallpaper"};
+
 constexpr std::array cardStates{
     CardState{"clean desktop, blur", VeilMode::cleanDesktop, "blur"},
     CardState{"clean desktop, blur with gradient", VeilMode::cleanDesktop, "blur", "balanced", true},
     CardState{"clean desktop, subtle dim", VeilMode::cleanDesktop, "dim", "subtle"},
     CardState{"focus, strong dim", VeilMode::focus, "dim", "strong"},
     CardState{"focus, blur", VeilMode::focus, "blur"},
-    CardState{"clean desktop, wallpaper", VeilMode::cleanDesktop, "wallpaper"},
+    wallpaperOfCleanDesktop,
     CardState{"focus, picked wallpaper", VeilMode::focus, "wallpaper", "balanced", false, "custom", defaultPicture},
     CardState{"focus, picked wallpaper, hovered", VeilMode::focus, "wallpaper", "balanced", false, "custom",
               defaultPicture, customSlot},
@@ -175,34 +167,33 @@ void store(const CardState& state, platform::Platform& platform) {
   prefs.customWallpaperBookmarkData = bookmark.value_or(platform::Data{});
 }
 
+Element makeCard(VeilMode mode) {
+  return Element(SurfaceControlsCard{mode, PreferencesStore::shared(), globalAccent}).frame({.width = cardWidth});
+}
+
 Views card(platform::Platform& platform) {
   Views views;
   for (const CardState& state : cardStates)
     views.push_back({state.caption,
                      [&platform, &state] {
                        store(state, platform);
-                       return Element(SurfaceControlsCard{state.mode, PreferencesStore::shared(), globalAccent})
-                           .frame({.width = cardWidth});
+                       return makeCard(state.mode);
                      },
-                     state.pointer ? hoverAt(*state.pointer) : nullptr});
-  views.push_back({"from wallpaper to dim",
-                   [&platform] {
-                     store(cardStates[5], platform);
-                     return Element(
-                                SurfaceControlsCard{VeilMode::cleanDesktop, PreferencesStore::shared(), globalAccent})
-                         .frame({.width = cardWidth});
-                   },
-                   [](Host& host) {
-                     host.pointerDown({230, 20});
-                     host.pointerUp({230, 20});
-                   },
-                   0.1});
+                     state.pointer});
+  views.push_back({.caption = "from wallpaper to dim",
+                   .make =
+                       [&platform] {
+                         store(wallpaperOfCleanDesktop, platform);
+                         return makeCard(VeilMode::cleanDesktop);
+                       },
+                   .click = Point{230, 20},
+                   .seconds = 0.1});
   return views;
 }
 
 Views welcome(platform::Platform&) {
   const auto page = [] { return Element(WelcomeView{[] {}, globalAccent}); };
-  return {{"at first", page, {}, 0.5}, {"out of breath", page, {}, 3}};
+  return {{.caption = "at first", .make = page, .seconds = 0.5}, {.caption = "out of breath", .make = page}};
 }
 
 }  // namespace

@@ -6,17 +6,19 @@
 #include <string_view>
 #include <vector>
 
-#include "declarative/host.h"
+#include "declarative/element.h"
 #include "platform/platform.h"
 
 namespace hushpane {
 
-// One view in one state.
+// One view in one state. What the pointer does is told in points from its top-leading corner.
 struct SheetView {
   std::string caption;
   std::function<declarative::Element()> make;
-  std::function<void(declarative::Host&)> prepare = {};  // once it is there: what the pointer does
-  double seconds = 3;  // until it is in its state; longer than any animation that ends
+  std::optional<platform::Point> pointer = {};  // rests there
+  std::optional<platform::Point> press = {};    // is held down there
+  std::optional<platform::Point> click = {};    // clicks there once the view has come to rest
+  double seconds = 3;                           // until it is in its state; longer than any animation that ends
 };
 
 // Nothing when there is no sheet of that name.

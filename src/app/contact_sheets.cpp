@@ -9,6 +9,7 @@
 #include "app/contact_sheet_views.h"
 #include "declarative/host.h"
 #include "localization/language_manager.h"
+#include "localization/supported_language.h"
 #include "ui/localized_root.h"
 
 namespace hushpane {
@@ -24,6 +25,7 @@ constexpr double sheetWidth = 1180;  // points, at most
 constexpr double margin = 24;        // around each view, where its shadows fall
 constexpr double captionHeight = 14;
 constexpr platform::Font captionFont{.size = 9};
+constexpr double timeToRest = 3;  // seconds
 
 // Places views one after the other in rows.
 class Flow {
@@ -53,12 +55,15 @@ class ViewSheet : public platform::ContactSheet {
       : platform_(platform), views_(std::move(views)), appearance_(appearance) {}
 
   std::optional<double> next() override {
+    if (click_) return click(*std::exchange(click_, std::nullopt));
     if (host_) finish(views_[done_++]);
     if (done_ == views_.size()) return std::nullopt;
     const SheetView& view = views_[done_];
     show(LocalizedRoot{view.make});
-    if (view.prepare) view.prepare(*host_);
-    return view.seconds;
+    if (view.pointer) host_->pointerMoved(onPage(*view.pointer));
+    if (view.press) host_->pointerDown(onPage(*view.press));
+    click_ = view.click;
+    return click_ ? timeToRest : view.seconds;
   }
 
   Size size() const override { return flow_.size(); }
@@ -70,6 +75,16 @@ class ViewSheet : public platform::ContactSheet {
   }
 
  private:
+  double click(Point point) {
+    host_->pointerDown(onPage(point));
+    host_->pointerUp(onPage(point));
+    return views_[done_].seconds;
+  }
+  // The pointer counts from the left.
+  Point onPage(Point point) const {
+    const bool isMirrored = isRightToLeft(LanguageManager::shared().shownCode());
+    return isMirrored ? Point{host_->size().width - point.x, point.y} : point;
+  }
   void show(declarative::Element page) {
     host_.reset();
     host_.emplace(declarative::Host::Services{platform_.mainQueue(), platform_.frameClock(), platform_.textEngine()},
@@ -94,6 +109,7 @@ class ViewSheet : public platform::ContactSheet {
   Appearance appearance_;
   std::size_t done_ = 0;
   std::optional<declarative::Host> host_;
+  std::optional<Point> click_;
   Flow flow_;
   declarative::Drawings drawings_;
 };
