@@ -116,6 +116,7 @@ Element SurfaceControlsCard::body(Context& context) const {
              {.alignment = HorizontalAlignment::leading, .spacing = 0},
              {surfaceRow(*this), exchangedControls(surfaceControls(*this, surface, customWallpaper), surface)})
       .padding(10)
+      .clip(outline)  // controls that leave may be higher than the card that they leave
       .background(fill(outline, primary.opacity(0.04)))
       .overlay(stroke(outline, primary.opacity(0.07), 1))
       .animation(growth, surface)

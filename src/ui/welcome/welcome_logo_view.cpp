@@ -27,6 +27,11 @@ Element frontPane(const WelcomeLogoView& logo) {
       .offset(shift, shift);
 }
 
+// A logo looks the same to everybody.
+void keepsItsDirection(Environment& environment) {
+  environment.direction = platform::LayoutDirection::leftToRight;
+}
+
 }  // namespace
 
 Element WelcomeLogoView::body(Context& context) const {
@@ -36,6 +41,7 @@ Element WelcomeLogoView::body(Context& context) const {
   };
   return overlaidStack(alignment::center, {backPane(pulsing.get()), frontPane(*this)})
       .frame({.width = side, .height = side})
+      .environment(keepsItsDirection)
       .onAppear(breathe)
       .accessibility({.role = AccessibilityRole::image, .isHidden = true});
 }
