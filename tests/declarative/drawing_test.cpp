@@ -96,7 +96,11 @@ TEST_F(PageDrawing, EverythingAtRestBeginsOnWholePixels) {
       Environment environment;
       if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
       show(page, environment);
+      host->takeDamage();
       host->setScale(scale);
+      if (scale != 1) {
+        EXPECT_TRUE(isIn(extentOf(host->drawings()), host->takeDamage())) << "all of it has other pixels";
+      }
       ASSERT_EQ(host->drawings().size(), 4u);
       for (const auto& drawing : host->drawings()) {
         const double x = drawing.frame.x * scale, y = drawing.frame.y * scale;

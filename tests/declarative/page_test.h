@@ -31,8 +31,12 @@ class Model {
   const Type& get() const { return value_; }
   void set(Type value) {
     value_ = std::move(value);
-    handlers_.forEach([](const auto& handler) { handler(); });
+    handlers_.forEach([this](const auto& handler) {
+      ++told;
+      handler();
+    });
   }
+  int told = 0;  // how often somebody learned of a change
   platform::Token observe(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
   bool isObserved() const { return !handlers_.empty(); }
 

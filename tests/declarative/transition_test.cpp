@@ -50,6 +50,7 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
   model.set(true);
   queue.drain();
   EXPECT_NEAR(opacityOf(red), faded, 0.05);
+  EXPECT_EQ(boxes().size(), 2u) << "the same one turns round";
   queue.advance(0.1);
   EXPECT_GT(opacityOf(red), faded);
   queue.advance(1);
@@ -60,6 +61,18 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
   queue.advance(1.1);
   EXPECT_EQ(boxes(), (std::vector<Rect>{{0, 0, 10, 10}}));
   EXPECT_FALSE(clock.isRunning());
+
+  // One that leaves after another does not keep that one.
+  Model<int> count(3);
+  show<int>(count, [](int shown) {
+    return overlaidStack({}, {shown > 2 ? box(10, 10) : Element(), shown > 1 ? box(10, 10) : Element(), box(9, 9)})
+        .animation(easeOut(1), shown);
+  });
+  count.set(2);
+  queue.advance(0.5);
+  count.set(1);
+  queue.advance(0.6);
+  EXPECT_EQ(boxes().size(), 2u);
 }
 
 TEST_F(PageTransition, NothingFadesWithoutAnAnimation) {
