@@ -54,38 +54,29 @@ Element intensityRow(const SurfaceControlsCard& card) {
                                           .itemWidth = wideItem});
 }
 
-// The live gradient over the blur of clean desktop.
-struct GradientControls {
-  PreferencesStore& prefs;
-  AdaptiveColor accent;
-
-  Element body(Context& context) const {
-    // The choice announces nothing, so the view renders itself again.
-    const auto choices = context.state("choices", 0);
-    const auto choose = [choices, &prefs = prefs](bool isOn) {
-      prefs.ambientGradientEnabled = isOn;
-      reapplyOverlays();
-      choices.set(choices.get() + 1);
-    };
-    const bool isOn = prefs.ambientGradientEnabled.get();
-    const PellSegmentedPicker<bool> picker{
-        .selection = {[&prefs = prefs] { return prefs.ambientGradientEnabled.get(); }, choose},
-        .options = {{"Off"_key, false}, {"On"_key, true}},
-        .activeTint = accent,
-        .itemWidth = narrowItem};
-    const Element note =
-        text(localized("Uses additional GPU memory"_key), platform::Font{.size = 10}).foreground(tertiary);
-    return verticalStack({.alignment = HorizontalAlignment::leading, .spacing = 5},
-                         {labelledRow("Live Gradient"_key, picker), isOn ? note.transition(fade) : Element()})
-        .animation(noteFade, isOn);
-  }
-};
+// The live gradient over the blur of clean desktop. Its choice announces nothing; the card hears of the stored value.
+Element gradientControls(const SurfaceControlsCard& card) {
+  const auto choose = [&prefs = card.prefs](bool isOn) {
+    prefs.ambientGradientEnabled = isOn;
+    reapplyOverlays();
+  };
+  const bool isOn = card.prefs.ambientGradientEnabled.get();
+  const PellSegmentedPicker<bool> picker{
+      .selection = {[&prefs = card.prefs] { return prefs.ambientGradientEnabled.get(); }, choose},
+      .options = {{"Off"_key, false}, {"On"_key, true}},
+      .activeTint = card.accent,
+      .itemWidth = narrowItem};
+  const Element note =
+      text(localized("Uses additional GPU memory"_key), platform::Font{.size = 10}).foreground(tertiary);
+  return verticalStack({.alignment = HorizontalAlignment::leading, .spacing = 5},
+                       {labelledRow("Live Gradient"_key, picker), isOn ? note.transition(fade) : Element()})
+      .animation(noteFade, isOn);
+}
 
 Element surfaceControls(const SurfaceControlsCard& card, SurfaceType surface,
                         const State<WallpaperPreview>& customWallpaper) {
   switch (surface) {
-    case SurfaceType::blur:
-      return card.mode == VeilMode::cleanDesktop ? GradientControls{card.prefs, card.accent} : Element();
+    case SurfaceType::blur: return card.mode == VeilMode::cleanDesktop ? gradientControls(card) : Element();
     case SurfaceType::dim: return intensityRow(card);
     case SurfaceType::wallpaper: return WallpaperChoice{card.mode, card.prefs, card.accent, customWallpaper};
   }

@@ -7,7 +7,7 @@ namespace {
 using namespace declarative;
 
 constexpr Shape outline = RoundedRectangle{8};
-constexpr double discDiameter = 18, margin = 5, cornerSide = discDiameter + 2 * margin;  // points
+constexpr double discDiameter = 18, margin = 5;  // points
 constexpr Animation selection = easeOut(0.15);
 constexpr Animation hover = easeOut(0.12);
 constexpr TransitionEffect shrunk{.opacity = 0, .scale = 0.75, .anchor = unit::topTrailing};
@@ -24,12 +24,6 @@ Element tile(const WallpaperSlotView& slot) {
       .accessibility({.role = AccessibilityRole::button, .isOn = slot.isSelected});
 }
 
-// A place of its own in front of the tile, where the button comes and goes.
-Element removeCorner(const Element& button) {
-  const Element place = spacer(0).frame({.width = cornerSide, .height = cornerSide});
-  return overlaidStack(alignment::topTrailing, {place, button});
-}
-
 Element removeButton(const std::function<void()>& remove) {
   const Element minus = symbol({.name = "minus", .font = {.size = 9, .weight = platform::FontWeight::bold}});
   const Element disc = fill(Circle{}, windowBackground.opacity(0.85))
@@ -44,8 +38,7 @@ Element removeButton(const std::function<void()>& remove) {
 Element WallpaperSlotView::body(Context& context) const {
   const auto isHovered = context.state("isHovered", false);
   const bool showsRemove = onRemove && isHovered.get();
-  return overlaidStack(alignment::topTrailing,
-                       {tile(*this), removeCorner(showsRemove ? removeButton(onRemove) : Element())})
+  return overlaidStack(alignment::topTrailing, {tile(*this), showsRemove ? removeButton(onRemove) : Element()})
       .onHover([isHovered](bool inside) { isHovered.set(inside); })
       .animation(selection, isSelected)
       .animation(hover, isHovered.get());

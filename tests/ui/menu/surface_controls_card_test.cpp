@@ -141,9 +141,12 @@ TEST_F(SurfaceControlsCardTest, TheGradientsNoteComesAndGoesWithIt) {
   page.click("On");
   EXPECT_TRUE(preferences().ambientGradientEnabled.get());
   EXPECT_EQ(announcements, 0);
-  EXPECT_TRUE(desktop->frameClock().isRunning());
+  const auto highlight = [&] { return page.fillsOf(36, 22).at(0).frame.x; };
+  const double place = highlight();
   page.advance(0.075);
   EXPECT_LT(page.text(note).opacity, 1);
+  EXPECT_GT(highlight(), place) << "it slides";
+  EXPECT_LT(highlight(), place + 36);
   page.advance(0.1);
   EXPECT_EQ(page.text(note).opacity, 1);
   EXPECT_TRUE(hasColor(page.text(note), tertiary.light));
