@@ -21,6 +21,7 @@ std::string firstError(std::string_view text) {
 
 TEST(ScenarioParserTest, TellsTheFirstBadLineAndWhy) {
   const std::pair<const char*, const char*> cases[] = {
+      {"sheet card card bright", "1: expected 'scale' instead of 'bright'"},
       {"\n\n# comment\nfly away", "4: unknown command 'fly'"},
       {"wait", "1: missing seconds"},
       {"wait soon", "1: 'soon' is no number for seconds"},
@@ -141,8 +142,8 @@ class PlayScenarioTest : public testing::Test {
   int playFile(const std::filesystem::path& scenario) {
     out.str("");
     err.str("");
-    return playScenario(
-        scenario, pictures, [](platform::Platform& platform) { platform.instance<SmallProgram>(); }, out, err);
+    return playScenario(scenario, pictures, {[](platform::Platform& platform) { platform.instance<SmallProgram>(); }},
+                        out, err);
   }
   std::string error() const {
     const std::string text = err.str();

@@ -1,0 +1,67 @@
+#include "app/contact_sheets.h"
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "desktops/sim/play_scenario.h"
+#include "tests/support/simulated_program.h"
+
+namespace hushpane {
+namespace {
+
+// Keeps the texts that are drawn.
+class TextCollector : public platform::Canvas {
+ public:
+  std::vector<std::string> whole, shortened;
+
+  void drawText(const platform::TextLayout& layout, platform::Point, double, const platform::Color&) override {
+    (layout.isTruncated() || layout.fontScale() < 1 ? shortened : whole).push_back(layout.text());
+  }
+  void fill(const platform::Path&, const platform::Paint&) override {}
+  void stroke(const platform::Path&, const platform::Color&, const platform::Stroke&) override {}
+  void drawImage(const platform::Image&, const platform::Rect&) override {}
+  void drawTemplate(const platform::Image&, const platform::Rect&, const platform::Color&) override {}
+  void clip(const platform::Path&) override {}
+  void restoreClip() override {}
+  void beginLayer(const platform::LayerEffect&, const platform::Rect&) override {}
+  void endLayer() override {}
+};
+
+class ContactSheets : public tests::SimulatedProgram {};
+
+TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
+  launch();
+  for (const char* language : {"en", "de", "fr", "ja", "ar", "he"})
+    for (const char* name : {"controls", "pods", "card", "welcome"}) {
+      SCOPED_TRACE(std::string(name) + " in " + language);
+      const auto sheet = openContactSheet(*desktop, {name, language, false});
+      ASSERT_TRUE(sheet);
+      while (const auto seconds = sheet->next()) desktop->advance(*seconds);
+      TextCollector canvas;
+      sheet->paint(canvas);
+      EXPECT_EQ(canvas.shortened, std::vector<std::string>{});
+      EXPECT_GT(canvas.whole.size(), 3u);
+      EXPECT_LT(sheet->size().width, 1200);
+    }
+}
+
+TEST_F(ContactSheets, ScenariosDrawThem) {
+  const auto play = [&](const std::string& text) {
+    const auto file = storage.folder() / "sheets.scenario";
+    std::ofstream(file) << text;
+    std::ostringstream out, err;
+    sim::playScenario(file, storage.folder(), {HushpaneApp::launch, openContactSheet}, out, err);
+    return out.str() + err.str();
+  };
+  EXPECT_TRUE(play("launch\nsheet symbols drawn dark scale 1.5\n").ends_with("/drawn.png\n"));
+  EXPECT_GT(std::filesystem::file_size(storage.folder() / "drawn.png"), 1000u);
+  EXPECT_TRUE(play("launch\nsheet curtains drawn\n").ends_with(":2: there is no sheet 'curtains'\n"));
+
+  std::ifstream gallery(HUSHPANE_SOURCE_DIR "/resources/gallery.scenario");
+  const std::string text((std::istreambuf_iterator<char>(gallery)), {});
+  EXPECT_TRUE(std::holds_alternative<sim::Scenario>(sim::parseScenario(text)));
+}
+
+}  // namespace
+}  // namespace hushpane
