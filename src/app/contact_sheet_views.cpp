@@ -16,6 +16,7 @@
 #include "ui/controls/prominent_button.h"
 #include "ui/controls/sub_option_toggle_style.h"
 #include "ui/global_accent.h"
+#include "ui/menu/menu_bar_hint_view.h"
 #include "ui/menu/mode_pod_view.h"
 #include "ui/menu/surface_controls_card.h"
 #include "ui/welcome/welcome_view.h"
@@ -196,11 +197,22 @@ Views welcome(platform::Platform&) {
   return {{.caption = "at first", .make = page, .seconds = 0.5}, {.caption = "out of breath", .make = page}};
 }
 
+Views hint(platform::Platform&) {
+  const auto hint = [] { return Element(MenuBarHintView()).frame({.width = 186, .height = 75}); };
+  return {{.caption = "hint, at first", .make = hint, .seconds = 0.01},
+          {.caption = "hint, breathed in", .make = hint, .seconds = 1.6},
+          {.caption = "hint, risen", .make = hint, .seconds = 3}};
+}
+
 }  // namespace
 
 std::optional<Views> sheetViews(platform::Platform& platform, std::string_view sheet) {
-  constexpr std::array<std::pair<std::string_view, Views (*)(platform::Platform&)>, 5> sheets{
-      {{"symbols", symbols}, {"controls", controls}, {"pods", pods}, {"card", card}, {"welcome", welcome}}};
+  constexpr std::array<std::pair<std::string_view, Views (*)(platform::Platform&)>, 6> sheets{{{"symbols", symbols},
+                                                                                               {"controls", controls},
+                                                                                               {"pods", pods},
+                                                                                               {"card", card},
+                                                                                               {"welcome", welcome},
+                                                                                               {"hint", hint}}};
   for (const auto& [name, views] : sheets)
     if (name == sheet) return views(platform);
   return std::nullopt;

@@ -70,13 +70,15 @@ Size Layout::answer(Node& node, const kinds::Text& text, const ProposedSize& pro
   // How narrow it could be is asked only to see who bends most.
   const bool asksForSmallest = proposal.width && *proposal.width <= 0;
   const Size size = setText(node, text, asksForSmallest ? std::nullopt : proposal.width).layout->size();
-  return {asksForSmallest ? 0 : size.width, size.height};
+  // Rows of text are whole points high, so that what lies around them has its edges on whole pixels.
+  return {asksForSmallest ? 0 : size.width, std::ceil(size.height)};
 }
 
 // One that is set like this already stays, so that it is not drawn anew.
 Node::SetText Layout::setText(const Node& node, const kinds::Text& text, std::optional<double> width) {
   Node::SetText set{text.style, width.value_or(platform::TextEngine::unlimited), nullptr};
   set.style.direction = node.environment.direction;
+  set.style.language = node.environment.locale;
   const auto& known = node.setText;
   const bool isKnown =
       known.layout && known.style == set.style && known.width == set.width && known.layout->text() == text.text;

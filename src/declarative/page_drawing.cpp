@@ -120,21 +120,24 @@ void PageDrawing::addLayer(const platform::LayerEffect& effect, Drawings childre
 Rect PageDrawing::frameOf(const Node& node, const Mapping& mapping, bool rests) const {
   const Rect place = node.current();
   Rect frame = mapping.at(Rect{0, 0, place.width, place.height});
-  if (rests && mapping.scaleY == 1) {
-    frame.x = std::round(frame.x * scale_) / scale_;
-    frame.y = std::round(frame.y * scale_) / scale_;
-  }
-  return frame;
+  if (!rests || mapping.scaleY != 1) return frame;
+  const auto whole = [&](double points) { return std::round(points * scale_) / scale_; };
+  // Points are whole pixels where the scale is a whole number, so that sizes need no rounding there.
+  const bool roundsSizes = scale_ != std::round(scale_);
+  const double right = roundsSizes ? whole(frame.right()) : whole(frame.x) + frame.width;
+  const double bottom = roundsSizes ? whole(frame.bottom()) : whole(frame.y) + frame.height;
+  frame = {whole(frame.x), whole(frame.y), 0, 0};
+  return {frame.x, frame.y, right - frame.x, bottom - frame.y};
 }
 
 platform::Path PageDrawing::outline(const Shape& shape, const Node& node, double inset, const Mapping& mapping,
                                     bool rests) const {
-  const Rect place = node.current();
-  const Rect within{inset, inset, std::max(place.width - 2 * inset, 0.0), std::max(place.height - 2 * inset, 0.0)};
   Shape inner = shape;
   if (auto* rounded = std::get_if<RoundedRectangle>(&inner)) rounded->radius = std::max(rounded->radius - inset, 0.0);
   const Rect frame = frameOf(node, mapping, rests);
   const Point corner{mapping.scaleX < 0 ? frame.right() : frame.x, frame.y};
+  const auto inside = [&](double length) { return std::max(length / mapping.scaleY - 2 * inset, 0.0); };
+  const Rect within{inset, inset, inside(frame.width), inside(frame.height)};
   return pathOf(inner, within).transformed(mapping.scaleX, mapping.scaleY, corner);
 }
 

@@ -41,8 +41,9 @@ double lineWidth(platform::FontWeight weight) {
   return 0.08;
 }
 
-// In font sizes: as high as a line of text, so that rows are equally high whichever symbol stands in them.
-constexpr double boxHeight = 1.2;
+// In font sizes, rounded up to whole points: as high as a line of text, so that rows are equally high whichever symbol
+// stands in them.
+constexpr double lineHeight = 1.2;
 
 }  // namespace
 
@@ -51,8 +52,9 @@ std::optional<SymbolDrawing> drawSymbol(std::string_view name, const platform::F
   if (symbol == symbols.end()) return std::nullopt;
   const double size = std::isfinite(font.size) ? std::max(font.size, 0.0) : 0;
   auto drawing = symbol->draw(lineWidth(font.weight), variant);
-  const double above = (boxHeight - drawing.size.height) / 2 * size;
-  drawing.size = {drawing.size.width * size, boxHeight * size};
+  const double height = std::ceil(lineHeight * size);
+  const double above = (height - drawing.size.height * size) / 2;
+  drawing.size = {drawing.size.width * size, height};
   for (auto& part : drawing.parts) {
     part.path = part.path.transformed(size, size, {0, above});
     if (part.stroke) part.stroke->width *= size;

@@ -28,9 +28,11 @@ struct TextStyle {
   TextAlignment alignment = TextAlignment::leading;  // of lines that are shorter than the widest
   int lineLimit = 0;                                 // 0: as many lines as it takes
   double lineSpacing = 0;                            // points between two lines
-  double minimumScale =
-      1;  // of the font size, down to which a text shrinks before its last line is truncated at the tail
+  // Of the font size, down to which a text shrinks before its last line is truncated at the tail.
+  double minimumScale = 1;
   LayoutDirection direction = LayoutDirection::leftToRight;  // of the paragraph; "leading" is meant by it
+  // A tag such as ja: letters that languages share are drawn as this one draws them. Empty: as the user's does.
+  std::string language = {};
   bool operator==(const TextStyle&) const = default;
 };
 

@@ -87,7 +87,7 @@ TEST_F(PageDrawing, ALargerPageIsAChange) {
   EXPECT_EQ(changes, 1);
 }
 
-TEST_F(PageDrawing, EverythingAtRestBeginsOnWholePixels) {
+TEST_F(PageDrawing, EverythingAtRestLiesOnWholePixels) {
   const auto page = verticalStack({.alignment = HorizontalAlignment::leading, .spacing = 1.3},
                                   {box(10.7, 3.1), box(7, 3.3).padding({0, 0.4, 0, 0}),
                                    text("words", platform::Font{.size = 11}).padding({0, 0.7, 0, 0}), box(10, 10)});
@@ -106,6 +106,11 @@ TEST_F(PageDrawing, EverythingAtRestBeginsOnWholePixels) {
         const double x = drawing.frame.x * scale, y = drawing.frame.y * scale;
         EXPECT_NEAR(x, std::round(x), 1e-9);
         EXPECT_NEAR(y, std::round(y), 1e-9);
+        if (scale != std::round(scale)) {
+          const double right = drawing.frame.right() * scale, bottom = drawing.frame.bottom() * scale;
+          EXPECT_NEAR(right, std::round(right), 1e-9);
+          EXPECT_NEAR(bottom, std::round(bottom), 1e-9);
+        }
         if (const auto* fill = std::get_if<FilledPath>(&drawing.what)) {
           EXPECT_NEAR(fill->path.controlBounds().x, drawing.frame.x, 1e-9);
         }

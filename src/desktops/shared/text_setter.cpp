@@ -122,6 +122,9 @@ TextSetter::TextSetter()
 PangoLayoutPtr TextSetter::lay(const std::string& text, const platform::TextStyle& style, double fontScale) {
   const bool isRightToLeft = style.direction == platform::LayoutDirection::rightToLeft;
   pango_context_set_base_dir(context_.get(), isRightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
+  pango_context_set_language(context_.get(), style.language.empty()
+                                                 ? pango_language_get_default()
+                                                 : pango_language_from_string(style.language.c_str()));
   PangoLayoutPtr layout(pango_layout_new(context_.get()), &g_object_unref);
   pango_layout_set_auto_dir(layout.get(), FALSE);
   pango_layout_set_font_description(layout.get(), descriptionOf(style.font, fontScale).get());

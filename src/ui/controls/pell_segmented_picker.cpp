@@ -10,10 +10,10 @@ constexpr double itemHeight = 22;           // points
 constexpr double smallestTitleScale = 0.8;  // so much a long title shrinks before it is cut
 constexpr Animation slide = spring(0.45, 0.85);
 
-constexpr platform::TextStyle titleStyle{.font = {.size = 11, .weight = platform::FontWeight::medium},
-                                         .alignment = platform::TextAlignment::center,
-                                         .lineLimit = 1,
-                                         .minimumScale = smallestTitleScale};
+const platform::TextStyle titleStyle{.font = {.size = 11, .weight = platform::FontWeight::medium},
+                                     .alignment = platform::TextAlignment::center,
+                                     .lineLimit = 1,
+                                     .minimumScale = smallestTitleScale};
 
 Element titleOf(const SegmentedPickerItem& item, double width, const Updates& updates) {
   return text(localized(item.title), titleStyle)

@@ -45,6 +45,16 @@ class PangoTextTest : public ::testing::Test {
   PangoTextEngine engine_;
 };
 
+TEST_F(PangoTextTest, SharedLettersAreDrawnAsTheLanguageDrawsThem) {
+  const auto drawn = [&](const char* language) {
+    auto style = styleOf(40);
+    style.language = language;
+    return painted(*lay("直骨", style)).image.pixels;
+  };
+  EXPECT_NE(drawn("ja"), drawn("zh-Hans"));
+  EXPECT_EQ(drawn("ja"), drawn("ja"));
+}
+
 TEST_F(PangoTextTest, WidthsGrowWithSizeWeightTrackingAndText) {
   const double width = lay(sentence)->size().width;
   EXPECT_NEAR(lay(sentence, styleOf(26))->size().width, 2 * width, 0.01 * width) << "no rounding of letters";

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/canvas.h"
+
+namespace hushpane {
+
+inline constexpr platform::Size menuBarIconSize{20, 20};  // points
+
+// The program's icon for a menu bar, in black: the bar itself gives it its colour. Active: a cover is on screen.
+void drawMenuBarIcon(platform::Canvas& canvas, bool isActive);
+
+}  // namespace hushpane
