@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "app/app_router.h"
 #include "input/mouse_shake_detector.h"
 #include "platform/lifetime.h"
 #include "platform/platform.h"
+#include "state/app_router.h"
 
 namespace hushpane {
 

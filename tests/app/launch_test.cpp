@@ -1,7 +1,7 @@
 #include <optional>
 
 #include "app/app_delegate.h"
-#include "app/app_router.h"
+#include "state/app_router.h"
 #include "support/simulated_program.h"
 
 namespace hushpane::tests {

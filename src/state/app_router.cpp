@@ -1,4 +1,4 @@
-#include "app/app_router.h"
+#include "state/app_router.h"
 
 #include "state/stored_keys.h"
 
