@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "platform/geometry.h"
 #include "platform/token.h"
 
 namespace hushpane::platform {
@@ -20,7 +21,13 @@ inline constexpr ModifierFlags numericPad = 1u << 21;
 inline constexpr ModifierFlags function = 1u << 23;
 }  // namespace modifier
 
-enum class EventType : unsigned { mouseMoved = 5, keyDown = 10, flagsChanged = 12 };
+enum class EventType : unsigned {
+  leftMouseDown = 1,
+  rightMouseDown = 3,
+  mouseMoved = 5,
+  keyDown = 10,
+  flagsChanged = 12,
+};
 
 using EventMask = std::uint32_t;
 
@@ -33,10 +40,12 @@ struct Event {
   ModifierFlags modifierFlags = 0;  // after the event
   std::uint16_t keyCode = 0;        // virtual key code by position on the ANSI layout
   double deltaX = 0;                // points
+  Point location = {};              // of a mouse button; points of the desktop
 };
 
 // Watching events of the whole system. Events that go to this program's own windows reach local monitors only, all
-// others global monitors only. Handlers run on the main thread, in the order of their registration.
+// others global monitors only; a mouse button goes to the window beneath the pointer. Handlers run on the main thread,
+// in the order of their registration.
 class EventMonitors {
  public:
   using GlobalHandler = std::function<void(const Event&)>;
@@ -51,6 +60,8 @@ class EventMonitors {
 
   // The modifiers that are down at this moment, whoever has the keyboard.
   virtual ModifierFlags modifierFlags() const = 0;
+  // Where the pointer is, in points of the desktop.
+  virtual Point mouseLocation() const = 0;
 };
 
 }  // namespace hushpane::platform

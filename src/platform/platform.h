@@ -19,14 +19,20 @@
 #include "platform/image_loader.h"
 #include "platform/json.h"
 #include "platform/locale.h"
+#include "platform/login_item.h"
 #include "platform/main_queue.h"
 #include "platform/notification_center.h"
 #include "platform/open_panel.h"
+#include "platform/panel.h"
 #include "platform/property_list.h"
 #include "platform/screen.h"
+#include "platform/status_item.h"
+#include "platform/system_appearance.h"
 #include "platform/task_queue.h"
 #include "platform/text.h"
+#include "platform/update_service.h"
 #include "platform/user_defaults.h"
+#include "platform/user_notifications.h"
 #include "platform/widget_center.h"
 #include "platform/window.h"
 #include "platform/window_list.h"
@@ -65,6 +71,9 @@ class Platform {
   virtual ImageLoader& imageLoader() = 0;
   virtual Screens& screens() = 0;
   virtual Windows& windows() = 0;
+  virtual Panels& panels() = 0;
+  virtual StatusItem& statusItem() = 0;
+  virtual SystemAppearance& appearance() = 0;
   virtual GpuDevice* gpuDevice() = 0;  // null when there is none
   virtual WindowList& windowList() = 0;
   virtual Workspace& workspace() = 0;
@@ -72,6 +81,9 @@ class Platform {
   virtual HotKeys& hotKeys() = 0;
   virtual OpenPanel* openPanel() = 0;  // null when there is none
   virtual WidgetCenter& widgetCenter() = 0;
+  virtual LoginItem& loginItem() = 0;
+  virtual UserNotifications& userNotifications() = 0;
+  virtual UpdateService& updateService() = 0;
 
   // The one object of that type in this process, made by `make(platform)` on first use.
   template <class Type, class Factory>

@@ -27,6 +27,9 @@ class Screens {
   // follows every change.
   virtual const std::vector<Screen>& screens() const = 0;
 
+  // The part of a screen that the desktop's own bars leave free, read anew at each call.
+  virtual Rect visibleFrame(const Screen& screen) const = 0;
+
   // Of the screen on which the point lies; 1 where there is none.
   double scaleAt(Point point) const {
     for (const auto& screen : screens())

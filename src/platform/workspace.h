@@ -26,6 +26,9 @@ class Workspace {
   // none, or does not tell of a file.
   virtual std::optional<std::filesystem::path> desktopImageURL(const Screen& screen) = 0;
 
+  // Hands an address (https:, mailto:) to the program that the user has chosen for its kind. False when there is none.
+  virtual bool openURL(const std::string& url) = 0;
+
   // Posts notification::didActivateApplication, didWake and activeSpaceDidChange.
   virtual NotificationCenter& notificationCenter() = 0;
 };

@@ -124,6 +124,27 @@ void DbusApplication::setOpenUrlsHandler(std::function<void(std::vector<std::str
   if (!waiting_.empty()) queue_.async(lifetime_.weak([this] { deliver(); }));
 }
 
+void DbusApplication::terminate() {
+  queue_.async(lifetime_.weak([this] {
+    if (const auto terminate = terminate_) terminate();
+  }));
+}
+
+void DbusApplication::setReopenHandler(std::function<void()> handler) {
+  reopenHandler_ = std::move(handler);
+  if (std::exchange(isReopenWaiting_, false)) reopen();
+}
+
+void DbusApplication::reopen() {
+  if (!reopenHandler_) {
+    isReopenWaiting_ = true;
+    return;
+  }
+  queue_.async(lifetime_.weak([this] {
+    if (const auto handler = reopenHandler_) handler();
+  }));
+}
+
 // Served before the name is ours, so that no request comes too early.
 void DbusApplication::serve() {
   registration_ = 0;
@@ -146,12 +167,12 @@ void DbusApplication::reclaim() {
 
 void DbusApplication::handleCall(const Glib::ustring& method, const Glib::VariantContainerBase& arguments,
                                  const Invocation& invocation) {
-  if (method == "Open")
-    handleOpen(arguments, invocation);
-  else if (method == "Activate")
+  if (method == "Open") return handleOpen(arguments, invocation);
+  if (method == "Activate") {
     invocation->return_value({});
-  else
-    invocation->return_dbus_error("org.freedesktop.DBus.Error.InvalidArgs", "There is no such action");
+    return reopen();
+  }
+  invocation->return_dbus_error("org.freedesktop.DBus.Error.InvalidArgs", "There is no such action");
 }
 
 void DbusApplication::handleOpen(const Glib::VariantContainerBase& arguments, const Invocation& invocation) {

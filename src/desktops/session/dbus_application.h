@@ -29,9 +29,14 @@ class DbusApplication : public platform::Application {
   // process is to end.
   Claim claim(std::vector<std::string> urls);
 
+  // What terminate() does, on the main queue.
+  void setTerminate(std::function<void()> terminate) { terminate_ = std::move(terminate); }
+
   // Nothing of this program is in a task list or comes to the front by itself, so there is nothing to set.
   void setActivationPolicy(platform::ActivationPolicy) override {}
   void activateIgnoringOtherApps(bool) override {}
+  void terminate() override;
+  void setReopenHandler(std::function<void()> handler) override;
   void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) override;
 
  private:
@@ -43,12 +48,16 @@ class DbusApplication : public platform::Application {
                   const Invocation& invocation);
   void handleOpen(const Glib::VariantContainerBase& arguments, const Invocation& invocation);
   void open(std::vector<std::string> urls);
+  void reopen();
   void deliver();
 
   DbusSession& session_;
   platform::MainQueue& queue_;
   Gio::DBus::InterfaceVTable table_;
   unsigned registration_ = 0;
+  std::function<void()> terminate_;
+  std::function<void()> reopenHandler_;
+  bool isReopenWaiting_ = false;
   std::function<void(std::vector<std::string>)> handler_;
   std::vector<std::vector<std::string>> waiting_;  // one list for each request to open
   platform::Token rejoined_;

@@ -34,6 +34,10 @@ std::optional<std::filesystem::path> ResourceBundle::imageURL(std::string_view n
   return std::nullopt;
 }
 
+std::string ResourceBundle::infoString(std::string_view key) const {
+  return key == platform::bundleKey::shortVersion ? HUSHPANE_VERSION : "";
+}
+
 platform::LocalizedStringsPtr ResourceBundle::localizedStrings(std::string_view code) const {
   if (!isPlainFileName(code)) return nullptr;
   const auto folder = folder_ / (std::string(code) + ".lproj");

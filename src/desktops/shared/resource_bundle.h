@@ -14,12 +14,14 @@ std::filesystem::path resourceFolder();
 // The same for a binary elsewhere.
 std::filesystem::path resourceFolder(const std::filesystem::path& binary);
 
-// The resources in a folder; pictures are NAME.png, else NAME.svg; texts are CODE.lproj/Localizable.strings.
+// The version of the program is that of this build. The resources are in a folder; pictures are NAME.png, else
+// NAME.svg; texts are CODE.lproj/Localizable.strings.
 class ResourceBundle : public platform::Bundle {
  public:
   explicit ResourceBundle(std::filesystem::path folder);
 
   std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
+  std::string infoString(std::string_view key) const override;
   platform::LocalizedStringsPtr localizedStrings(std::string_view code) const override;
 
  private:

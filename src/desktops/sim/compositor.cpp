@@ -4,6 +4,7 @@
 #include <cmath>
 #include <exception>
 
+#include "desktops/shared/cairo_canvas.h"
 #include "desktops/shared/look.h"
 #include "desktops/sim/app_window_art.h"
 #include "desktops/sim/desktop_art.h"
@@ -54,8 +55,62 @@ void paintOwnWindow(const desktops::ContextPtr& context, const desktops::Surface
   context->restore();
 }
 
+// A canvas in points of `frame` within the picture of a screen, clipped as `context` is.
+template <class Draw>
+void paintOnCanvas(const desktops::SurfacePtr& picture, const platform::Screen& screen, const platform::Rect& frame,
+                   double alpha, const std::optional<platform::Rect>& damage, Draw draw) {
+  platform::Rect visible = damage ? *damage : screen.frame;
+  visible = visible.intersection(frame);
+  if (visible.area() <= 0 || alpha <= 0) return;
+  const auto layer = Cairo::ImageSurface::create(Cairo::Surface::Format::ARGB32,
+                                                 static_cast<int>(std::ceil(frame.width * screen.scale)),
+                                                 static_cast<int>(std::ceil(frame.height * screen.scale)));
+  const platform::Rect inside{visible.x - frame.x, visible.y - frame.y, visible.width, visible.height};
+  {
+    desktops::CairoCanvas canvas(layer, screen.scale, inside);
+    draw(canvas, inside);
+  }
+  const auto context = Cairo::Context::create(picture);
+  context->set_source(layer, std::round((frame.x - screen.frame.x) * screen.scale),
+                      std::round((frame.y - screen.frame.y) * screen.scale));
+  context->paint_with_alpha(alpha);
+}
+
+void paintStatusBar(const desktops::SurfacePtr& picture, const SimStatusItem& item, const platform::Screen& screen,
+                    const std::optional<platform::Rect>& damage) {
+  const auto bar = item.barFrame();
+  if (!bar) return;
+  paintOnCanvas(picture, screen, *bar, 1, damage, [&](platform::Canvas& canvas, const platform::Rect&) {
+    canvas.fill(platform::rectanglePath({0, 0, bar->width, bar->height}), platform::Color{0.11, 0.12, 0.14, 0.86});
+  });
+  const auto frame = item.frame();
+  const auto& image = item.image();
+  if (!frame) return;
+  const platform::Rect icon{std::round(frame->x + (frame->width - image.size.width) / 2),
+                            std::round(frame->y + (frame->height - image.size.height) / 2), image.size.width,
+                            image.size.height};
+  paintOnCanvas(picture, screen, icon, 1, damage, [&](platform::Canvas& canvas, const platform::Rect&) {
+    const auto side = [&](double points) { return static_cast<int>(std::ceil(points * screen.scale)); };
+    platform::Image drawn{side(icon.width), side(icon.height), {}};
+    drawn.pixels.resize(static_cast<std::size_t>(drawn.width) * static_cast<std::size_t>(drawn.height));
+    {
+      desktops::CairoCanvas iconCanvas(drawn, screen.scale);
+      image.draw(iconCanvas);
+    }
+    canvas.drawTemplate(drawn, {0, 0, icon.width, icon.height}, {1, 1, 1, 1});
+  });
+}
+
+void paintPanel(const desktops::SurfacePtr& picture, const SimPanel& panel, const platform::Screen& screen,
+                const std::optional<platform::Rect>& damage) {
+  paintOnCanvas(
+      picture, screen, panel.frame(), panel.presentationAlpha(), damage,
+      [&](platform::Canvas& canvas, const platform::Rect& visible) { panel.contents().paint(canvas, visible); });
+}
+
 void paintScreen(const desktops::ContextPtr& context, const desktops::SurfacePtr& picture, const Scene& scene,
-                 const platform::Screen& screen) {
+                 const platform::Screen& screen, const std::optional<platform::Rect>& damage = std::nullopt) {
+  context->save();
   context->scale(screen.scale, screen.scale);
   context->translate(-screen.frame.x, -screen.frame.y);
   paintDesktop(context, screen.frame, scene.background.get());
@@ -65,6 +120,10 @@ void paintScreen(const desktops::ContextPtr& context, const desktops::SurfacePtr
     else
       paintFaded(context, shown->application->alpha, [&] { paintAppWindow(context, *shown->application); });
   }
+  context->restore();
+  if (scene.statusItem) paintStatusBar(picture, *scene.statusItem, screen, damage);
+  for (auto panel = scene.panels.rbegin(); panel != scene.panels.rend(); ++panel)
+    paintPanel(picture, **panel, screen, damage);
 }
 
 struct PixelSize {
@@ -99,7 +158,9 @@ std::uint32_t paintedPixel(const Scene& scene, const platform::Screen& screen, i
   const double reach = blurReach * screen.scale;
   desktops::addRectangle(context, {column - reach, row - reach, 2 * reach, 2 * reach});
   context->clip();
-  paintScreen(context, picture, scene, screen);
+  const platform::Rect damage{screen.frame.x + column / screen.scale, screen.frame.y + row / screen.scale,
+                              1 / screen.scale, 1 / screen.scale};
+  paintScreen(context, picture, scene, screen, damage);
   picture->flush();
   const auto* line = picture->get_data() + static_cast<std::ptrdiff_t>(row) * picture->get_stride();
   return reinterpret_cast<const std::uint32_t*>(line)[column];

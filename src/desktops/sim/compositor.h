@@ -3,6 +3,8 @@
 #include <optional>
 #include <vector>
 
+#include "desktops/sim/sim_panels.h"
+#include "desktops/sim/sim_status_item.h"
 #include "desktops/sim/sim_window_server.h"
 #include "platform/image.h"
 #include "platform/screen.h"
@@ -13,6 +15,8 @@ namespace hushpane::sim {
 struct Scene {
   std::vector<SimWindowServer::Shown> stack;  // the windows, from front to back
   platform::ImagePtr background;              // null: the desktop draws its own
+  std::vector<SimPanel*> panels;              // of the program, in front of all windows, from front to back
+  const SimStatusItem* statusItem = nullptr;
 };
 
 // What a screen shows, in its pixels. A screen without area gives an empty picture.

@@ -9,6 +9,19 @@ void SimApplication::setOpenUrlsHandler(std::function<void(std::vector<std::stri
   queue_.async([this] { deliver(); });
 }
 
+void SimApplication::terminate() {
+  isTerminated_ = true;
+  queue_.async([this] {
+    if (const auto terminate = terminate_) terminate();
+  });
+}
+
+void SimApplication::reopen() {
+  queue_.async([this] {
+    if (const auto handler = reopenHandler_) handler();
+  });
+}
+
 void SimApplication::openUrls(std::vector<std::string> urls) {
   waiting_.push_back(std::move(urls));
   queue_.async([this] { deliver(); });
@@ -16,6 +29,7 @@ void SimApplication::openUrls(std::vector<std::string> urls) {
 
 void SimApplication::forget() {
   handler_ = nullptr;
+  reopenHandler_ = nullptr;
   activationPolicy_.reset();
   waiting_.clear();
 }

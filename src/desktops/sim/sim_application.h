@@ -13,6 +13,8 @@ class SimApplication : public platform::Application {
 
   void setActivationPolicy(platform::ActivationPolicy policy) override { activationPolicy_ = policy; }
   void activateIgnoringOtherApps(bool) override { ++activations_; }
+  void terminate() override;
+  void setReopenHandler(std::function<void()> handler) override { reopenHandler_ = std::move(handler); }
   void setOpenUrlsHandler(std::function<void(std::vector<std::string>)> handler) override;
 
   // Nothing until the program chose one.
@@ -21,6 +23,12 @@ class SimApplication : public platform::Application {
   int activations() const { return activations_; }
   // Somebody opens URLs with this program.
   void openUrls(std::vector<std::string> urls);
+  // Somebody starts the program a second time.
+  void reopen();
+  // Whether the program has ended itself.
+  bool isTerminated() const { return isTerminated_; }
+  // Ends the program for terminate(), with the next turn of the main queue.
+  void setTerminate(std::function<void()> terminate) { terminate_ = std::move(terminate); }
   // For the end of a program.
   void forget();
 
@@ -30,6 +38,9 @@ class SimApplication : public platform::Application {
   SimMainQueue& queue_;
   std::optional<platform::ActivationPolicy> activationPolicy_;
   int activations_ = 0;
+  bool isTerminated_ = false;
+  std::function<void()> terminate_;
+  std::function<void()> reopenHandler_;
   std::function<void(std::vector<std::string>)> handler_;
   std::vector<std::vector<std::string>> waiting_;
 };

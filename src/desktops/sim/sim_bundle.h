@@ -15,10 +15,13 @@ class SimBundle : public platform::Bundle {
 
   std::optional<std::filesystem::path> imageURL(std::string_view name) const override;
 
+  std::string infoString(std::string_view key) const override;
   platform::LocalizedStringsPtr localizedStrings(std::string_view code) const override {
     return resources_.localizedStrings(code);
   }
 
+  // From here on the program says that of itself.
+  void setInfoString(std::string key, std::string value) { info_[std::move(key)] = std::move(value); }
   // From here on the resource is in this file, or is missing.
   void setImageURL(std::string name, std::optional<std::filesystem::path> url) {
     replaced_[std::move(name)] = std::move(url);
@@ -27,6 +30,7 @@ class SimBundle : public platform::Bundle {
  private:
   desktops::ResourceBundle resources_;
   std::map<std::string, std::optional<std::filesystem::path>, std::less<>> replaced_;
+  std::map<std::string, std::string, std::less<>> info_;
 };
 
 }  // namespace hushpane::sim

@@ -29,21 +29,24 @@ platform::Token SimEventMonitors::counted(platform::Token token) {
 
 void SimEventMonitors::changeFlags(platform::ModifierFlags flags) {
   flags_ = flags;
-  inject({.type = platform::EventType::flagsChanged, .modifierFlags = flags_});
+  inject({.type = platform::EventType::flagsChanged, .modifierFlags = flags_}, owner_);
 }
 
 void SimEventMonitors::pressKey(std::uint16_t keyCode) {
-  inject({.type = platform::EventType::keyDown, .modifierFlags = flags_, .keyCode = keyCode});
+  inject({.type = platform::EventType::keyDown, .modifierFlags = flags_, .keyCode = keyCode}, owner_);
 }
 
 void SimEventMonitors::moveMouse(double deltaX) {
-  inject({.type = platform::EventType::mouseMoved, .modifierFlags = flags_, .deltaX = deltaX});
+  inject({.type = platform::EventType::mouseMoved, .modifierFlags = flags_, .deltaX = deltaX}, owner_);
 }
 
-void SimEventMonitors::inject(const platform::Event& event) {
-  queue_.async([this, event, owner = owner_] {
-    owner == KeyboardOwner::ownProgram ? deliverLocally(event) : deliverGlobally(event);
-  });
+void SimEventMonitors::pressButton(platform::EventType button, KeyboardOwner owner) {
+  inject({.type = button, .modifierFlags = flags_, .location = mouseLocation_}, owner);
+}
+
+void SimEventMonitors::inject(const platform::Event& event, KeyboardOwner owner) {
+  queue_.async(
+      [this, event, owner] { owner == KeyboardOwner::ownProgram ? deliverLocally(event) : deliverGlobally(event); });
 }
 
 void SimEventMonitors::deliverGlobally(const platform::Event& event) {

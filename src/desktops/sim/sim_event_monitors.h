@@ -17,6 +17,7 @@ class SimEventMonitors : public platform::EventMonitors {
   platform::Token addGlobalMonitor(platform::EventMask mask, GlobalHandler handler) override;
   platform::Token addLocalMonitor(platform::EventMask mask, LocalHandler handler) override;
   platform::ModifierFlags modifierFlags() const override { return flags_; }
+  platform::Point mouseLocation() const override { return mouseLocation_; }
 
   void pressModifier(platform::ModifierFlags modifier) { changeFlags(flags_ | modifier); }
   void releaseModifier(platform::ModifierFlags modifier) { changeFlags(flags_ & ~modifier); }
@@ -24,6 +25,9 @@ class SimEventMonitors : public platform::EventMonitors {
   void repeatModifier() { changeFlags(flags_); }
   void pressKey(std::uint16_t keyCode);
   void moveMouse(double deltaX);
+  void setMouseLocation(platform::Point location) { mouseLocation_ = location; }
+  // A mouse button goes down where the pointer is, over a window of that owner.
+  void pressButton(platform::EventType button, KeyboardOwner owner);
 
   // Whose windows get the events from here on.
   void setKeyboardOwner(KeyboardOwner owner) { owner_ = owner; }
@@ -37,13 +41,14 @@ class SimEventMonitors : public platform::EventMonitors {
 
  private:
   void changeFlags(platform::ModifierFlags flags);
-  void inject(const platform::Event& event);
+  void inject(const platform::Event& event, KeyboardOwner owner);
   void deliverGlobally(const platform::Event& event);
   void deliverLocally(platform::Event event);
   platform::Token counted(platform::Token token);
 
   SimMainQueue& queue_;
   platform::ModifierFlags flags_ = 0;
+  platform::Point mouseLocation_;
   KeyboardOwner owner_ = KeyboardOwner::otherProgram;
   bool refusesMonitors_ = false;
   std::size_t deliveredLocally_ = 0;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "desktops/sim/compositor.h"
+#include "desktops/sim/sim_keyboard.h"
 
 namespace hushpane::sim {
 
@@ -20,6 +20,7 @@ SimPlatform::SimPlatform(Storage& storage, std::vector<platform::Screen> screens
       workspace_(queue_, windows_, ownPid),
       bundle_(resources) {
   queue_.setTurnEnded([this] { windows_.commit(); });
+  application_.setTerminate([this] { endProgram(); });
 }
 
 SimPlatform::~SimPlatform() {
@@ -49,21 +50,38 @@ std::function<void()> SimPlatform::announceDefaults() {
 
 bool SimPlatform::typeKey(std::uint16_t keyCode) {
   eventMonitors_.pressKey(keyCode);
-  return !hotKeys_.press(keyCode, eventMonitors_.modifierFlags());
+  const auto modifiers = eventMonitors_.modifierFlags();
+  if (hotKeys_.press(keyCode, modifiers)) return false;
+  queue_.async([this, press = keyPressOf(keyCode, modifiers)] {
+    if (auto* const panel = panels_.keyPanel()) panel->contents().keyPressed(press);
+  });
+  return true;
 }
 
 void SimPlatform::endProgram() {
   releaseInstances();
   application_.forget();
   openPanel_.forget();
+  statusItem_.forget();
+  updateService_.forget();
   taskQueue_.clear();
   queue_.clear();
   frameClock_.forget();
   defaultsAnnounced_ = false;
 }
 
+void SimPlatform::setStatusBar(SimStatusItem::Bar bar) {
+  statusItem_.setBar(bar);
+  const double height = SimStatusItem::barHeight;
+  screens_.setBars(bar == SimStatusItem::Bar::top ? height : 0, bar == SimStatusItem::Bar::bottom ? height : 0);
+}
+
+Scene SimPlatform::scene() {
+  return {windows_.stack(), workspace_.desktopImage(), panels_.shown(), &statusItem_};
+}
+
 platform::Image SimPlatform::render(const platform::Screen& screen) {
-  return renderScreen({windows_.stack(), workspace_.desktopImage()}, screen);
+  return renderScreen(scene(), screen);
 }
 
 platform::Image SimPlatform::render() {
@@ -71,12 +89,12 @@ platform::Image SimPlatform::render() {
 }
 
 platform::Image SimPlatform::renderAll() {
-  return renderScreens({windows_.stack(), workspace_.desktopImage()}, screens_.screens());
+  return renderScreens(scene(), screens_.screens());
 }
 
 std::optional<std::uint32_t> SimPlatform::pixel(platform::Point point) {
   for (const auto& screen : screens_.screens())
-    if (screen.frame.contains(point)) return renderPixel({windows_.stack(), workspace_.desktopImage()}, screen, point);
+    if (screen.frame.contains(point)) return renderPixel(scene(), screen, point);
   return std::nullopt;
 }
 

@@ -9,6 +9,7 @@
 #include "desktops/shared/pango_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
+#include "desktops/sim/compositor.h"
 #include "desktops/sim/sim_application.h"
 #include "desktops/sim/sim_bundle.h"
 #include "desktops/sim/sim_event_monitors.h"
@@ -16,13 +17,20 @@
 #include "desktops/sim/sim_hot_keys.h"
 #include "desktops/sim/sim_image_loader.h"
 #include "desktops/sim/sim_locale.h"
+#include "desktops/sim/sim_login_item.h"
 #include "desktops/sim/sim_main_queue.h"
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_open_panel.h"
+#include "desktops/sim/sim_panels.h"
+#include "desktops/sim/sim_pointer.h"
 #include "desktops/sim/sim_screens.h"
 #include "desktops/sim/sim_shared_container.h"
+#include "desktops/sim/sim_status_item.h"
+#include "desktops/sim/sim_system_appearance.h"
 #include "desktops/sim/sim_task_queue.h"
+#include "desktops/sim/sim_update_service.h"
 #include "desktops/sim/sim_user_defaults.h"
+#include "desktops/sim/sim_user_notifications.h"
 #include "desktops/sim/sim_widget_center.h"
 #include "desktops/sim/sim_window_list.h"
 #include "desktops/sim/sim_window_server.h"
@@ -61,6 +69,9 @@ class SimPlatform : public platform::Platform {
   SimImageLoader& imageLoader() override { return imageLoader_; }
   SimScreens& screens() override { return screens_; }
   SimWindowServer& windows() override { return windows_; }
+  SimPanels& panels() override { return panels_; }
+  SimStatusItem& statusItem() override { return statusItem_; }
+  SimSystemAppearance& appearance() override { return appearance_; }
   platform::GpuDevice* gpuDevice() override { return gpu_; }
   SimWindowList& windowList() override { return windowList_; }
   SimWorkspace& workspace() override { return workspace_; }
@@ -68,9 +79,15 @@ class SimPlatform : public platform::Platform {
   SimHotKeys& hotKeys() override { return hotKeys_; }
   SimOpenPanel* openPanel() override { return openPanelAbsent_ ? nullptr : &openPanel_; }
   SimWidgetCenter& widgetCenter() override { return widgetCenter_; }
+  SimLoginItem& loginItem() override { return loginItem_; }
+  SimUserNotifications& userNotifications() override { return userNotifications_; }
+  SimUpdateService& updateService() override { return updateService_; }
 
-  // A key goes down with the modifiers in force. Monitors see it whoever has it; true when it goes to the window in
-  // front, false when it is somebody's hot key.
+  SimPointer& pointer() { return pointer_; }
+  // The bar in which the program's icon stands.
+  void setStatusBar(SimStatusItem::Bar bar);
+  // A key goes down with the modifiers in force. Monitors see it whoever has it; false when it is somebody's hot key,
+  // else it goes to the program's panel that takes keys, else to the window in front.
   bool typeKey(std::uint16_t keyCode);
 
   void drain() { queue_.drain(); }
@@ -99,6 +116,7 @@ class SimPlatform : public platform::Platform {
 
  private:
   std::function<void()> announceDefaults();
+  Scene scene();
 
   Storage& storage_;
   SimMainQueue queue_;
@@ -123,6 +141,13 @@ class SimPlatform : public platform::Platform {
   SimOpenPanel openPanel_{queue_};
   bool openPanelAbsent_ = false;
   SimWidgetCenter widgetCenter_;
+  SimPanels panels_{animator_};
+  SimStatusItem statusItem_{queue_, screens_};
+  SimPointer pointer_{queue_, panels_, statusItem_, eventMonitors_};
+  SimSystemAppearance appearance_{queue_};
+  SimLoginItem loginItem_{storage_};
+  SimUserNotifications userNotifications_{queue_};
+  SimUpdateService updateService_{queue_, storage_};
   desktops::PangoTextEngine textEngine_;
   desktops::JsonText jsonCoder_;
   desktops::PropertyListFiles propertyLists_;

@@ -5,6 +5,14 @@
 
 namespace hushpane::sim {
 
+platform::Rect SimScreens::visibleFrame(const platform::Screen& screen) const {
+  auto frame = screen.frame;
+  if (screens_.empty() || screen != screens_.front()) return frame;
+  frame.y += topBar_;
+  frame.height -= topBar_ + bottomBar_;
+  return frame;
+}
+
 void SimScreens::set(std::vector<platform::Screen> screens) {
   screens_ = std::move(screens);
   center_.postFromOutside(platform::notification::screenParametersDidChange);

@@ -15,6 +15,13 @@ class SimScreens : public platform::Screens {
 
   const std::vector<platform::Screen>& screens() const override { return screens_; }
 
+  platform::Rect visibleFrame(const platform::Screen& screen) const override;
+
+  // From here on so much of the main screen's top and bottom is taken by bars; points.
+  void setBars(double top, double bottom) {
+    topBar_ = top;
+    bottomBar_ = bottom;
+  }
   // Replaces the whole arrangement.
   void set(std::vector<platform::Screen> screens);
   void add(platform::Screen screen);
@@ -27,6 +34,8 @@ class SimScreens : public platform::Screens {
  private:
   SimNotificationCenter& center_;
   std::vector<platform::Screen> screens_;
+  double topBar_ = 0;
+  double bottomBar_ = 0;
 };
 
 }  // namespace hushpane::sim

@@ -17,6 +17,11 @@ std::optional<platform::RunningApplication> SimWorkspace::frontmostApplication()
   return platform::RunningApplication{*frontmost_, found == applications_.end() ? std::string() : found->second};
 }
 
+bool SimWorkspace::openURL(const std::string& url) {
+  if (opensURLs_) openedURLs_.push_back(url);
+  return opensURLs_;
+}
+
 std::int32_t SimWorkspace::launch(std::string name) {
   applications_.emplace(++lastPid_, std::move(name));
   return lastPid_;

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "desktops/sim/sim_notification_center.h"
 #include "desktops/sim/sim_window_server.h"
@@ -19,7 +20,13 @@ class SimWorkspace : public platform::Workspace {
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
   std::optional<std::filesystem::path> desktopImageURL(const platform::Screen&) override { return desktopImageFile_; }
+  bool openURL(const std::string& url) override;
   SimNotificationCenter& notificationCenter() override { return center_; }
+
+  // The addresses that the program opened, the oldest first.
+  const std::vector<std::string>& openedURLs() const { return openedURLs_; }
+  // From here on there is no program for any address, or there is one again.
+  void setOpensURLs(bool opens) { opensURLs_ = opens; }
 
   // Another program starts, without windows; returns its process id.
   std::int32_t launch(std::string name);
@@ -56,6 +63,8 @@ class SimWorkspace : public platform::Workspace {
   std::optional<std::int32_t> frontmost_;
   std::optional<std::filesystem::path> desktopImageFile_;
   platform::ImagePtr desktopImage_;
+  std::vector<std::string> openedURLs_;
+  bool opensURLs_ = true;
 };
 
 }  // namespace hushpane::sim

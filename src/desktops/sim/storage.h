@@ -24,6 +24,8 @@ class Storage {
 
   platform::Dictionary standardDefaults;
   std::map<std::string, platform::Dictionary, std::less<>> suites;
+  bool isLoginItem = false;
+  bool checksForUpdates = true;
 
  private:
   std::filesystem::path folder_;

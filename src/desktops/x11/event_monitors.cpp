@@ -4,6 +4,8 @@
 #include <memory>
 #include <utility>
 
+#include "desktops/x11/xcb_handle.h"
+
 namespace hushpane::x11 {
 
 namespace {
@@ -23,6 +25,7 @@ double rightEdgeOf(const Screens& screens) {
 
 EventMonitors::EventMonitors(Connection& connection, KeyboardMap& keyboard, const Screens& screens)
     : connection_(connection),
+      screens_(screens),
       keyboard_(keyboard),
       modifiers_(connection),
       motion_(connection, [&screens] { return rightEdgeOf(screens); }),
@@ -120,6 +123,14 @@ void EventMonitors::deliver(const platform::Event& event) {
   } else {
     global_.forEach([&event](const auto& handler) { handler(event); });
   }
+}
+
+platform::Point EventMonitors::mouseLocation() const {
+  const Reply<xcb_query_pointer_reply_t> reply(
+      xcb_query_pointer_reply(connection_.get(), xcb_query_pointer(connection_.get(), connection_.root()), nullptr));
+  if (!reply) return {};
+  const auto point = screens_.toPoints({reply->root_x, reply->root_y, 0, 0});
+  return {point.x, point.y};
 }
 
 }  // namespace hushpane::x11

@@ -27,6 +27,7 @@ class EventMonitors : public platform::EventMonitors {
   platform::Token addGlobalMonitor(platform::EventMask mask, GlobalHandler handler) override;
   platform::Token addLocalMonitor(platform::EventMask mask, LocalHandler handler) override;
   platform::ModifierFlags modifierFlags() const override { return modifiers_.flags(); }
+  platform::Point mouseLocation() const override;
 
   // To be called when one of the program's own windows gets or loses the input focus: while it has it, events go to
   // local monitors, else to global ones.
@@ -43,6 +44,7 @@ class EventMonitors : public platform::EventMonitors {
   void deliver(const platform::Event& event);
 
   Connection& connection_;
+  const Screens& screens_;
   KeyboardMap& keyboard_;
   ModifierState modifiers_;
   PointerMotion motion_;

@@ -87,4 +87,8 @@ std::optional<std::uint32_t> Workspace::rootValue(std::string_view name) {
   return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
 }
 
+bool Workspace::openURL(const std::string&) {
+  return false;
+}
+
 }  // namespace hushpane::x11

@@ -16,6 +16,7 @@ class Workspace : public platform::Workspace {
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
   std::optional<std::filesystem::path> desktopImageURL(const platform::Screen& screen) override;
+  bool openURL(const std::string& url) override;
   platform::NotificationCenter& notificationCenter() override { return center_; }
 
   xcb_window_t activeWindow() const { return activeWindow_; }

@@ -97,6 +97,7 @@ X11Platform::~X11Platform() {
 }
 
 int X11Platform::run() {
+  base_->application.setTerminate([this] { loop_.end(); });
   if (!connection_->isBroken()) loop_.run();
   return 0;
 }

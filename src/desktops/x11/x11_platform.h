@@ -5,6 +5,7 @@
 #include <variant>
 #include <vector>
 
+#include "desktops/session/absent_services.h"
 #include "desktops/session/dbus_application.h"
 #include "desktops/session/dbus_notification_center.h"
 #include "desktops/session/dbus_session.h"
@@ -32,6 +33,7 @@
 #include "desktops/x11/hot_keys.h"
 #include "desktops/x11/keyboard_map.h"
 #include "desktops/x11/overlay_stage.h"
+#include "desktops/x11/panels.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/root_background.h"
 #include "desktops/x11/screens.h"
@@ -83,6 +85,9 @@ class X11Platform : public platform::Platform {
   platform::ImageLoader& imageLoader() override { return imageLoader_; }
   platform::Screens& screens() override { return screens_; }
   platform::Windows& windows() override { return stage_; }
+  platform::Panels& panels() override { return panels_; }
+  platform::StatusItem& statusItem() override { return statusItem_; }
+  platform::SystemAppearance& appearance() override { return appearance_; }
   platform::GpuDevice* gpuDevice() override { return &gpu_; }
   platform::WindowList& windowList() override { return windowList_; }
   platform::Workspace& workspace() override { return workspace_; }
@@ -90,6 +95,9 @@ class X11Platform : public platform::Platform {
   platform::HotKeys& hotKeys() override { return hotKeys_; }
   platform::OpenPanel* openPanel() override { return nullptr; }
   platform::WidgetCenter& widgetCenter() override { return widgetCenter_; }
+  platform::LoginItem& loginItem() override { return loginItem_; }
+  platform::UserNotifications& userNotifications() override { return userNotifications_; }
+  platform::UpdateService& updateService() override { return updateService_; }
 
  private:
   // What needs no display: it decides whether this process is the one that shows anything.
@@ -136,6 +144,12 @@ class X11Platform : public platform::Platform {
   RootBackground rootBackground_;
   ServerOrderPlacement placement_;
   OverlayStage stage_;
+  Panels panels_{animator_};
+  session::NoStatusItem statusItem_;
+  session::PlainAppearance appearance_;
+  session::NoLoginItem loginItem_;
+  session::NoUserNotifications userNotifications_{base_->queue};
+  session::NoUpdateService updateService_{base_->queue};
   platform::Token activations_;
   session::TaskQueue taskQueue_;
 };
