@@ -13,7 +13,8 @@ namespace {
 constexpr int largestSide = 1024;  // pixels
 
 platform::Image emptyPicture(int width, int height) {
-  return {width, height, std::vector<std::uint32_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
+  return {width, height,
+          std::vector<std::uint32_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height))};
 }
 
 std::uint32_t premultiplied(const platform::Color& color, std::uint32_t alpha) {

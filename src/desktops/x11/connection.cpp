@@ -24,8 +24,9 @@ namespace hushpane::x11 {
 
 namespace {
 
-constexpr std::array<std::string_view, 43> knownAtoms{
+constexpr std::array<std::string_view, 51> knownAtoms{
     "ESETROOT_PMAP_ID",
+    "MANAGER",
     "UTF8_STRING",
     "WM_STATE",
     "_KDE_NET_WM_BLUR_BEHIND_REGION",
@@ -35,6 +36,10 @@ constexpr std::array<std::string_view, 43> knownAtoms{
     "_NET_CURRENT_DESKTOP",
     "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
+    "_NET_SYSTEM_TRAY_COLORS",
+    "_NET_SYSTEM_TRAY_OPCODE",
+    "_NET_SYSTEM_TRAY_S0",
+    "_NET_SYSTEM_TRAY_VISUAL",
     "_NET_WM_BYPASS_COMPOSITOR",
     "_NET_WM_CM_S0",
     "_NET_WM_DESKTOP",
@@ -47,6 +52,8 @@ constexpr std::array<std::string_view, 43> knownAtoms{
     "_NET_WM_STATE_SKIP_PAGER",
     "_NET_WM_STATE_SKIP_TASKBAR",
     "_NET_WM_STATE_STICKY",
+    "_NET_WM_STRUT",
+    "_NET_WM_STRUT_PARTIAL",
     "_NET_WM_USER_TIME",
     "_NET_WM_WINDOW_OPACITY",
     "_NET_WM_WINDOW_TYPE",
@@ -64,6 +71,7 @@ constexpr std::array<std::string_view, 43> knownAtoms{
     "_NET_WM_WINDOW_TYPE_TOOLBAR",
     "_NET_WM_WINDOW_TYPE_TOOLTIP",
     "_NET_WM_WINDOW_TYPE_UTILITY",
+    "_XEMBED_INFO",
     "_XROOTPMAP_ID",
     "_XSETROOT_ID",
     "WM_TRANSIENT_FOR",

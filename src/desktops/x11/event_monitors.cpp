@@ -14,6 +14,27 @@ using platform::EventType;
 using platform::maskOf;
 
 constexpr std::uint16_t unknownKeyCode = 0xFFFF;
+constexpr std::uint32_t leftButton = 1, rightButton = 3;
+
+struct PointerPlace {
+  int x = 0, y = 0;  // pixels of the root
+  bool isInside = false;
+};
+
+// Where the pointer is, and whether one of `windows` is the window beneath it or holds that one. Asks level by level.
+PointerPlace findPointer(Connection& connection, const std::vector<xcb_window_t>& windows) {
+  PointerPlace place;
+  for (auto window = connection.root(); window != XCB_WINDOW_NONE && !place.isInside;) {
+    const Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(connection.get(), xcb_query_pointer(connection.get(), window), nullptr));
+    if (!reply) break;
+    place.x = reply->root_x;
+    place.y = reply->root_y;
+    window = windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : reply->child;
+    place.isInside = std::ranges::find(windows, window) != windows.end();
+  }
+  return place;
+}
 
 double rightEdgeOf(const Screens& screens) {
   double edge = 0;
@@ -46,6 +67,11 @@ platform::Token EventMonitors::addLocalMonitor(platform::EventMask mask, LocalHa
   }));
 }
 
+platform::Token EventMonitors::addOwnWindow(xcb_window_t window) {
+  ownWindows_.push_back(window);
+  return platform::Token(lifetime_.weak([this, window] { std::erase(ownWindows_, window); }));
+}
+
 platform::Token EventMonitors::watching(platform::EventMask mask, platform::Token handler) {
   ++watched_[mask];
   updateSelection();
@@ -66,6 +92,8 @@ void EventMonitors::updateSelection() {
     if (count > 0) wanted |= mask;
   std::uint32_t raw = 0, devices = 0;
   if (wanted & maskOf(EventType::keyDown)) raw |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS;
+  if (wanted & (maskOf(EventType::leftMouseDown) | maskOf(EventType::rightMouseDown)))
+    raw |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
   if (wanted & maskOf(EventType::mouseMoved)) {
     raw |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
     devices = XCB_INPUT_XI_EVENT_MASK_DEVICE_CHANGED | XCB_INPUT_XI_EVENT_MASK_HIERARCHY;
@@ -82,7 +110,8 @@ void EventMonitors::updateSelection() {
 }
 
 void EventMonitors::handle(const xcb_generic_event_t& event) {
-  if (modifiers_.handle(event)) deliver({.type = EventType::flagsChanged, .modifierFlags = modifiers_.flags()});
+  if (modifiers_.handle(event))
+    deliver({.type = EventType::flagsChanged, .modifierFlags = modifiers_.flags()}, isOwnWindowFocused_);
   if (event.response_type == XCB_GE_GENERIC) handleRawEvent(event);
 }
 
@@ -91,6 +120,7 @@ void EventMonitors::handleRawEvent(const xcb_generic_event_t& event) {
   if (!xinput_ || raw.extension != xinput_->majorOpcode) return;
   switch (raw.event_type) {
     case XCB_INPUT_RAW_KEY_PRESS: return handleRawKey(static_cast<xcb_keycode_t>(raw.detail));
+    case XCB_INPUT_RAW_BUTTON_PRESS: return handleRawButton(raw.detail);
     case XCB_INPUT_RAW_MOTION: return handleMotion(reinterpret_cast<const xcb_input_raw_motion_event_t&>(event));
     case XCB_INPUT_HIERARCHY: return motion_.forgetDevices();
     case XCB_INPUT_DEVICE_CHANGED: {
@@ -107,7 +137,8 @@ void EventMonitors::handleRawKey(xcb_keycode_t keycode) {
   if (keyboard_.isModifierKey(keycode)) return;
   deliver({.type = EventType::keyDown,
            .modifierFlags = modifiers_.flags(),
-           .keyCode = keyboard_.virtualKeyCode(keycode).value_or(unknownKeyCode)});
+           .keyCode = keyboard_.virtualKeyCode(keycode).value_or(unknownKeyCode)},
+          isOwnWindowFocused_);
 }
 
 void EventMonitors::handleMotion(const xcb_input_raw_motion_event_t& motion) {
@@ -116,8 +147,18 @@ void EventMonitors::handleMotion(const xcb_input_raw_motion_event_t& motion) {
   global_.forEach([&event](const auto& handler) { handler(event); });
 }
 
-void EventMonitors::deliver(const platform::Event& event) {
-  if (isOwnWindowFocused_) {
+void EventMonitors::handleRawButton(std::uint32_t button) {
+  if (button != leftButton && button != rightButton) return;
+  const auto place = findPointer(connection_, ownWindows_);
+  const auto point = screens_.toPoints({place.x, place.y, 0, 0});
+  deliver({.type = button == leftButton ? EventType::leftMouseDown : EventType::rightMouseDown,
+           .modifierFlags = modifiers_.flags(),
+           .location = {point.x, point.y}},
+          place.isInside);
+}
+
+void EventMonitors::deliver(const platform::Event& event, bool isOwn) {
+  if (isOwn) {
     std::optional<platform::Event> passed = event;
     local_.forEach([&passed](const auto& handler) { handler(passed); });
   } else {
@@ -126,10 +167,8 @@ void EventMonitors::deliver(const platform::Event& event) {
 }
 
 platform::Point EventMonitors::mouseLocation() const {
-  const Reply<xcb_query_pointer_reply_t> reply(
-      xcb_query_pointer_reply(connection_.get(), xcb_query_pointer(connection_.get(), connection_.root()), nullptr));
-  if (!reply) return {};
-  const auto point = screens_.toPoints({reply->root_x, reply->root_y, 0, 0});
+  const auto place = findPointer(connection_, {});
+  const auto point = screens_.toPoints({place.x, place.y, 0, 0});
   return {point.x, point.y};
 }
 

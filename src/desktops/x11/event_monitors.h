@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <vector>
 
 #include "desktops/x11/connection.h"
 #include "desktops/x11/keyboard_map.h"
@@ -19,7 +20,8 @@ namespace hushpane::x11 {
 //
 // Keys carry the modifiers in force when they went down, and a change of modifiers is told before any key typed with
 // it. A second key of a modifier that is already down changes no flags and is not told. A held key repeats as
-// key-downs. Motion is told to global monitors, since no window of the program follows the pointer.
+// key-downs. Motion is told to global monitors, since no window of the program follows the pointer. A mouse button is
+// told of as it goes down, also to where a menu holds the pointer, and its window gets it whatever a monitor returns.
 class EventMonitors : public platform::EventMonitors {
  public:
   EventMonitors(Connection& connection, KeyboardMap& keyboard, const Screens& screens);
@@ -32,6 +34,9 @@ class EventMonitors : public platform::EventMonitors {
   // To be called when one of the program's own windows gets or loses the input focus: while it has it, events go to
   // local monitors, else to global ones.
   void setOwnWindowFocused(bool focused) { isOwnWindowFocused_ = focused; }
+  // Until the token goes, mouse buttons over that window and over those inside it go to local monitors. For windows of
+  // the program that take the mouse, wherever in the tree they are.
+  platform::Token addOwnWindow(xcb_window_t window);
 
  private:
   // Counts the monitors of each mask and selects their events; drops out with the token.
@@ -41,7 +46,8 @@ class EventMonitors : public platform::EventMonitors {
   void handleRawEvent(const xcb_generic_event_t& event);
   void handleRawKey(xcb_keycode_t keycode);
   void handleMotion(const xcb_input_raw_motion_event_t& motion);
-  void deliver(const platform::Event& event);
+  void handleRawButton(std::uint32_t button);
+  void deliver(const platform::Event& event, bool isOwn);
 
   Connection& connection_;
   const Screens& screens_;
@@ -50,6 +56,7 @@ class EventMonitors : public platform::EventMonitors {
   PointerMotion motion_;
   std::optional<ExtensionInfo> xinput_;
   bool isOwnWindowFocused_ = false;
+  std::vector<xcb_window_t> ownWindows_;
   std::map<platform::EventMask, int> watched_;
   std::uint32_t selected_ = 0;
   platform::HandlerList<void(const platform::Event&)> global_;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "desktops/x11/display_id.h"
+#include "desktops/x11/struts.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -139,6 +140,10 @@ void Screens::read() {
   screens_.clear();
   for (const auto& monitor : monitors)
     screens_.push_back({toPoints(monitor.bounds), idOf(monitor), localizedNameOf(monitor), 1});
+}
+
+platform::Rect Screens::visibleFrame(const platform::Screen& screen) const {
+  return toPoints(withoutStruts(toPixels(screen.frame), readStruts(connection_)));
 }
 
 PixelRect Screens::toPixels(const platform::Rect& points) const {

@@ -16,7 +16,7 @@ class Screens : public platform::Screens {
   Screens(Connection& connection, platform::MainQueue& queue, platform::NotificationCenter& center);
 
   const std::vector<platform::Screen>& screens() const override { return screens_; }
-  platform::Rect visibleFrame(const platform::Screen& screen) const override { return screen.frame; }
+  platform::Rect visibleFrame(const platform::Screen& screen) const override;
 
   PixelRect toPixels(const platform::Rect& points) const;
   platform::Rect toPoints(const PixelRect& pixels) const;

@@ -68,7 +68,8 @@ void addStruts(std::vector<Strut>& struts, const std::vector<std::uint32_t>& val
     if (pixels(values[index]) == 0) continue;
     const bool isPartial = values.size() >= partialLength;
     const int begin = isPartial ? pixels(values[edgeCount + 2 * index]) : 0;
-    const int last = isPartial ? pixels(values[edgeCount + 2 * index + 1]) : 0x7fff;
+    const int end = isPartial ? pixels(values[edgeCount + 2 * index + 1]) : 0;
+    const int last = end > 0 ? end : 0x7fff;  // bars that say nothing mean the whole edge
     struts.push_back({edges[index], areaOf(edges[index], pixels(values[index]), begin, last - begin + 1, root)});
   }
 }
@@ -104,8 +105,9 @@ PixelRect withoutStruts(const PixelRect& screen, std::span<const Strut> struts) 
   int left = screen.x, top = screen.y, right = screen.right(), bottom = screen.bottom();
   for (const auto& [edge, area] : struts) {
     const auto taken = area.intersection(screen);
-    const bool isAcross = edge == Strut::Edge::left || edge == Strut::Edge::right;
-    if (taken.isEmpty() || (isAcross ? taken.width * 2 > screen.width : taken.height * 2 > screen.height)) continue;
+    const bool isUpright = edge == Strut::Edge::left || edge == Strut::Edge::right;
+    const bool isTooMuch = isUpright ? taken.width * 3 > screen.width : taken.height * 3 > screen.height;
+    if (taken.isEmpty() || isTooMuch) continue;
     switch (edge) {
       case Strut::Edge::left: left = std::max(left, taken.right()); break;
       case Strut::Edge::right: right = std::min(right, taken.x); break;

@@ -18,8 +18,8 @@ struct Strut {
 // Of all windows that are mapped now. Costs two waits for the server.
 std::vector<Strut> readStruts(Connection& connection);
 
-// What the bars leave of a screen. A bar that would take more than half of it, as one between two screens seems to do
-// on the far side, stands on another screen.
+// What the bars leave of a screen. A bar that would take more than a third of it, as one between two screens seems to
+// do on the far side, stands on another screen.
 PixelRect withoutStruts(const PixelRect& screen, std::span<const Strut> struts);
 
 }  // namespace hushpane::x11
