@@ -40,6 +40,8 @@ inline constexpr AdaptiveColor clear = fixed({0, 0, 0, 0});
 inline constexpr AdaptiveColor white = fixed({1, 1, 1, 1});
 inline constexpr AdaptiveColor opaqueBlack = fixed({0, 0, 0, 1});
 
+inline constexpr AdaptiveColor systemBlue{{0, 0.478, 1, 1}, {0.04, 0.52, 1, 1}};
+
 inline constexpr AdaptiveColor windowBackground{{0.925, 0.925, 0.925, 1}, {0.196, 0.196, 0.196, 1}};
 
 // A point of a rectangle: (0, 0) is top-leading, (1, 1) bottom-trailing.

@@ -97,7 +97,7 @@ void drawOne(const Drawing& drawing, const Layer& layer, Canvas& canvas, const R
 }
 void drawOne(const Drawing& drawing, const Clipping& clipping, Canvas& canvas, const Rect& visible) {
   canvas.clip(clipping.path);
-  draw(drawing.children, canvas, visible);
+  draw(drawing.children, canvas, visible.intersection(drawing.extent));
   canvas.restoreClip();
 }
 

@@ -46,6 +46,10 @@ Element Element::fixedSize(bool horizontal, bool vertical) const {
   return in(kinds::FixedSize{horizontal, vertical});
 }
 
+Element Element::scrolling() const {
+  return in(kinds::Scrolling{});
+}
+
 Element Element::foreground(AdaptiveColor color) const {
   return in(kinds::Foreground{color});
 }
@@ -92,6 +96,14 @@ Element Element::onTap(std::function<void()> action) const {
 
 Element Element::onHover(std::function<void(bool)> action) const {
   return in(kinds::Hover{std::move(action)});
+}
+
+Element Element::onFocus(std::function<void(bool)> action) const {
+  return in(kinds::Focus{std::move(action)});
+}
+
+Element Element::focusGroup(FocusGroupStyle style) const {
+  return in(kinds::FocusGroup{style});
 }
 
 Element Element::onAppear(std::function<void()> action) const {
@@ -184,6 +196,13 @@ Element overlaidStack(Alignment alignment, std::vector<Element> children) {
 
 Element button(std::function<void()> action, const Element& label) {
   return Element(kinds::Button{std::move(action)}, {label});
+}
+
+Element menu(std::vector<MenuEntry> entries, const Element& label) {
+  const platform::Font font{.size = 8, .weight = platform::FontWeight::bold};
+  const Element sign = symbol({.name = "chevron.down", .font = font}).opacity(0.7);
+  return Element(kinds::Menu{std::move(entries)},
+                 {horizontalStack({.spacing = 4}, {label, sign}).contentShape(Rectangle{})});
 }
 
 }  // namespace hushpane::declarative

@@ -43,6 +43,8 @@ class Element {
   Element frame(kinds::Frame frame) const;
   // Lays the element out at its ideal size, whatever is offered.
   Element fixedSize(bool horizontal = true, bool vertical = true) const;
+  // At most as high as is offered; what does not fit is scrolled into view.
+  Element scrolling() const;
 
   Element background(Element behind, Alignment alignment = {}) const;
   Element overlay(Element inFront, Alignment alignment = {}) const;
@@ -65,7 +67,10 @@ class Element {
   // Behaviour. Actions run on the main queue's thread, once the page is consistent; they may remove their own view.
   Element contentShape(Shape shape) const;
   Element onTap(std::function<void()> action) const;
+  // Also while the keyboard's focus is inside.
   Element onHover(std::function<void(bool)> action) const;
+  Element onFocus(std::function<void(bool)> action) const;
+  Element focusGroup(FocusGroupStyle style = FocusGroupStyle::choice) const;
   Element onAppear(std::function<void()> action) const;
   Element onDisappear(std::function<void()> action) const;
   // After the page was rendered with another value than before.
@@ -104,5 +109,7 @@ Element verticalStack(kinds::VerticalStack stack, std::vector<Element> children)
 Element horizontalStack(kinds::HorizontalStack stack, std::vector<Element> children);
 Element overlaidStack(Alignment alignment, std::vector<Element> children);
 Element button(std::function<void()> action, const Element& label);
+// The label with a sign that it opens a menu, which whoever shows the page does.
+Element menu(std::vector<MenuEntry> entries, const Element& label);
 
 }  // namespace hushpane::declarative

@@ -13,6 +13,7 @@
 #include "declarative/animation.h"
 #include "declarative/environment.h"
 #include "declarative/equatable.h"
+#include "declarative/menu.h"
 #include "declarative/shape.h"
 #include "declarative/symbol.h"
 #include "platform/canvas.h"
@@ -70,6 +71,14 @@ struct MatchedGeometryId {
   bool operator==(const MatchedGeometryId&) const = default;
 };
 
+// How the keyboard moves in a group of elements that is one stop for Tab.
+enum class FocusGroupStyle {
+  choice,  // arrows choose the neighbour, as among radio buttons
+  // A list that is opened to choose from it: it has the focus from the start, arrows and the pointer move it, and the
+  // elements show it themselves.
+  menu,
+};
+
 enum class AccessibilityRole { none, text, header, button, toggle, image };
 
 namespace kinds {
@@ -108,6 +117,7 @@ struct Divider {};
 struct VerticalStack {
   HorizontalAlignment alignment = HorizontalAlignment::center;
   double spacing = 8;
+  bool fillsWidth = false;  // without a width from outside, all children are offered the width of the widest
 };
 struct HorizontalStack {
   VerticalAlignment alignment = VerticalAlignment::center;
@@ -135,6 +145,7 @@ struct FixedSize {
   bool horizontal = true;
   bool vertical = true;
 };
+struct Scrolling {};  // as high as it can be and its content needs; it shows a part of what is higher
 
 // Looks.
 struct Foreground {
@@ -170,8 +181,17 @@ struct Tap {
 struct Button {  // fainter while it is pressed
   std::function<void()> action;
 };
+struct Menu {  // the same
+  std::vector<MenuEntry> entries;
+};
 struct Hover {
   std::function<void(bool)> action;
+};
+struct Focus {
+  std::function<void(bool)> action;
+};
+struct FocusGroup {
+  FocusGroupStyle style = FocusGroupStyle::choice;
 };
 struct Appearing {
   std::function<void()> appeared;
@@ -218,9 +238,10 @@ struct Component {
 using Kind =
     std::variant<kinds::Text, kinds::Symbol, kinds::Picture, kinds::Fill, kinds::Stroke, kinds::Spacer, kinds::Divider,
                  kinds::VerticalStack, kinds::HorizontalStack, kinds::OverlaidStack, kinds::Layered, kinds::Padding,
-                 kinds::Frame, kinds::FixedSize, kinds::Foreground, kinds::Effect, kinds::Offset, kinds::Scale,
-                 kinds::Clip, kinds::EnvironmentChange, kinds::ContentShape, kinds::Tap, kinds::Button, kinds::Hover,
-                 kinds::Appearing, kinds::Change, kinds::Tooltip, kinds::Accessibility, kinds::Identified,
-                 kinds::Animated, kinds::Unanimated, kinds::Transitioned, kinds::MatchedGeometry, kinds::Component>;
+                 kinds::Frame, kinds::FixedSize, kinds::Scrolling, kinds::Foreground, kinds::Effect, kinds::Offset,
+                 kinds::Scale, kinds::Clip, kinds::EnvironmentChange, kinds::ContentShape, kinds::Tap, kinds::Button,
+                 kinds::Menu, kinds::Hover, kinds::Focus, kinds::FocusGroup, kinds::Appearing, kinds::Change,
+                 kinds::Tooltip, kinds::Accessibility, kinds::Identified, kinds::Animated, kinds::Unanimated,
+                 kinds::Transitioned, kinds::MatchedGeometry, kinds::Component>;
 
 }  // namespace hushpane::declarative

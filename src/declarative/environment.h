@@ -15,6 +15,7 @@ struct Environment {
   platform::LayoutDirection direction = platform::LayoutDirection::leftToRight;
   std::string locale = "en";  // a language tag
   AdaptiveColor foreground = primary;
+  AdaptiveColor accent = systemBlue;  // the desktop's own, for what is chosen or has the keyboard
   bool operator==(const Environment&) const = default;
 };
 

@@ -4,13 +4,13 @@
 #include <cmath>
 #include <utility>
 
+#include "declarative/focus_ring.h"
 #include "declarative/layout.h"
 #include "declarative/page_drawing.h"
-#include "declarative/pointer_target.h"
+#include "declarative/scrolling.h"
 
 namespace hushpane::declarative {
 
-using platform::Point;
 using platform::Rect;
 
 namespace {
@@ -55,14 +55,32 @@ Numbers numbersOf(const Rect& rect) {
 }  // namespace
 
 Host::Host(Services services, Element page, Environment environment, std::function<void()> changed)
-    : services_(services), page_(std::move(page)), environment_(std::move(environment)) {
+    : services_(std::move(services)), page_(std::move(page)), environment_(std::move(environment)) {
   update();
+  startInMenu();
   changed_ = std::move(changed);
 }
 
 Host::~Host() {
   // The state that closures still hold outlives its view, but has nobody to tell.
   if (root_) forEachNode(*root_, [](Node& node) { node.identity.reset(); });
+}
+
+void Host::leave() {
+  hasLeft_ = true;
+  isInvalid_ = false;
+  frames_.reset();
+  pointer_.reset();
+  hovered_.clear();
+  std::vector<std::function<void()>> callbacks;
+  if (const auto page = std::exchange(root_, nullptr))
+    forEachNode(*page, [&](Node& node) {
+      node.identity.reset();
+      node.isOnPage = false;
+      const auto* appearing = std::get_if<kinds::Appearing>(&node.kind);
+      if (appearing && appearing->disappeared) callbacks.push_back(appearing->disappeared);
+    });
+  for (const auto& callback : callbacks) callback();
 }
 
 void Host::setEnvironment(Environment environment) {
@@ -79,18 +97,20 @@ void Host::setProposal(ProposedSize proposal) {
 }
 
 void Host::setScale(double scale) {
-  if (scale == scale_) return;
+  if (scale == scale_ || hasLeft_) return;
   scale_ = scale;
   drawings_.clear();
   redraw();
 }
 
 platform::Size Host::targetSize() const {
+  if (hasLeft_) return shownSize_;
   const Rect place = root_ ? root_->target() : Rect{};
   return {place.width, place.height};
 }
 
 platform::Size Host::size() const {
+  if (hasLeft_) return shownSize_;
   const Rect place = root_ ? root_->current() : Rect{};
   return {place.width, place.height};
 }
@@ -129,6 +149,7 @@ void Host::withAnimation(const Animation& animation, const std::function<void()>
 }
 
 void Host::invalidate() {
+  if (hasLeft_) return;
   isInvalid_ = true;
   if (running_) pending_ = running_;
   if (isRendering_ || isUpdateQueued_) return;
@@ -140,11 +161,12 @@ void Host::invalidate() {
 }
 
 void Host::update() {
-  if (isRendering_) return;
+  if (isRendering_ || hasLeft_) return;
   const auto alive = lifetime_.watch();
   renderWhatChanged();
-  if (alive.expired()) return;
+  if (alive.expired() || hasLeft_) return;
   if (isInvalid_) invalidate();
+  letGoOfFocus();
   runClockWhileMoving();
   redraw();
   updateHover();
@@ -174,7 +196,7 @@ void Host::renderOnce() {
   isRendering_ = false;
   const auto alive = lifetime_.watch();
   for (const auto& callback : renderer.takeCallbacks())
-    if (!alive.expired()) callback();
+    if (!alive.expired() && !hasLeft_) callback();
 }
 
 void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
@@ -182,8 +204,11 @@ void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
   forEachNode(*root_, [](Node& node) { node.measured.clear(); });
   Layout layout(services_.texts);
   layout.place(*root_, {}, proposal_);
+  bool viewportChanged = false;
   for (const auto& [node, frame] : layout.placed()) {
     const auto target = numbersOf(frame);
+    if (std::holds_alternative<kinds::Scrolling>(node->kind) && frame.height != node->target().height)
+      viewportChanged = true;
     if (!node->isNew && target == node->place.target()) continue;
     // What comes into view does not come from where it was unseen.
     if (node->isNew || node->showedNothing || !node->animation)
@@ -210,7 +235,10 @@ void Host::layOut(const std::vector<Renderer::MatchedPlace>& matchedPlaces) {
   forEachNode(*root_, [](Node& node) {
     node.isNew = false;
     node.showedNothing = showsNothing(node);
+    if (std::holds_alternative<kinds::Scrolling>(node.kind)) scrollBy(node, 0);
   });
+  const auto focused = focus_.isVisible ? focus_.node.lock() : nullptr;
+  if (viewportChanged && focused) scrollIntoView(*focused);
 }
 
 void Host::moveOn() {
@@ -231,68 +259,15 @@ void Host::runClockWhileMoving() {
 void Host::redraw() {
   if (!root_) return;
   auto drawings = drawingsOf(*root_, scale_);
+  const auto focused = focus_.isVisible && !isMenu_ ? focus_.node.lock() : nullptr;
+  if (focused)
+    if (auto ring = focusRing(*focused, size(), scale_, !frames_)) drawings.push_back(std::move(*ring));
   const Rect changed = damage(drawings_, drawings);
   drawings_ = std::move(drawings);
   if (changed.area() <= 0 && size() == shownSize_) return;
   shownSize_ = size();
   damage_ = damage_.area() > 0 ? unionOf(damage_, changed) : changed;
   if (changed_) changed_();
-}
-
-void Host::pointerMoved(Point point) {
-  pointer_ = point;
-  updateHover();
-}
-
-void Host::pointerExited() {
-  pointer_.reset();
-  updateHover();
-}
-
-// Elements learn once that the pointer came and once that it went, also when they moved or went beneath it.
-void Host::updateHover() {
-  const auto now = pointer_ && root_ ? hoverTargets(root_, *pointer_) : std::vector<std::shared_ptr<Node>>{};
-  const auto before = std::exchange(hovered_, now);
-  const auto tellThoseIn = [](const auto& nodes, const auto& others, bool isOver) {
-    for (const auto& node : nodes) {
-      if (std::ranges::find(others, node) != others.end()) continue;
-      // A copy: what it does may replace the element.
-      if (const auto action = std::get<kinds::Hover>(node->kind).action) action(isOver);
-    }
-  };
-  tellThoseIn(before, now, false);
-  tellThoseIn(now, before, true);
-}
-
-void Host::pointerDown(Point point) {
-  const auto alive = lifetime_.watch();
-  pointerMoved(point);
-  if (alive.expired()) return;
-  if (const auto before = pressed_.lock()) before->isPressed = false;
-  const auto target = root_ ? pressTarget(root_, point) : nullptr;
-  pressed_ = target;
-  if (!target) return;
-  target->isPressed = true;
-  redraw();
-}
-
-void Host::pointerUp(Point point) {
-  const auto alive = lifetime_.watch();
-  pointerMoved(point);
-  if (alive.expired()) return;
-  const auto pressed = pressed_.lock();
-  pressed_.reset();
-  if (!pressed) return;
-  pressed->isPressed = false;
-  redraw();
-  if (!pressed->isOnPage || pressTarget(root_, point) != pressed) return;
-  const auto* button = std::get_if<kinds::Button>(&pressed->kind);
-  const auto action = button ? button->action : std::get<kinds::Tap>(pressed->kind).action;
-  if (action) action();
-}
-
-std::optional<std::string> Host::tooltip(Point point) const {
-  return root_ ? tooltipAt(root_, point) : std::nullopt;
 }
 
 }  // namespace hushpane::declarative

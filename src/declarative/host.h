@@ -8,10 +8,13 @@
 
 #include "declarative/drawing.h"
 #include "declarative/element.h"
+#include "declarative/focus.h"
+#include "declarative/menu.h"
 #include "declarative/node.h"
 #include "declarative/renderer.h"
 #include "platform/canvas.h"
 #include "platform/frame_clock.h"
+#include "platform/keyboard.h"
 #include "platform/lifetime.h"
 #include "platform/main_queue.h"
 #include "platform/text.h"
@@ -27,6 +30,7 @@ class Host {
     platform::MainQueue& queue;
     platform::FrameClock& clock;
     platform::TextEngine& texts;
+    std::function<void(const MenuRequest&)> openMenu = {};
   };
   // `changed` follows every change of what is to be seen, but the first rendering, which is done when this returns.
   Host(Services services, Element page, Environment environment, std::function<void()> changed);
@@ -55,10 +59,19 @@ class Host {
   void pointerDown(platform::Point point);
   void pointerUp(platform::Point point);
   std::optional<std::string> tooltip(platform::Point point) const;
+  // Moves what scrolls beneath the pointer, by points, positive downwards; whether it moved.
+  bool scrolled(platform::Point point, double delta);
+
+  // Tab walks through what can be pressed, Space and Return press it, arrows move within a group. Whether the page had
+  // a use for the key.
+  bool keyPressed(const platform::KeyPress& press);
 
   // Renders now what has changed, instead of on the next turn of the main queue. This and the pointer may run actions,
   // which may end the host.
   void update();
+
+  // The page goes off the screen: what is on it learns that it disappears. Afterwards the host does nothing any more.
+  void leave();
 
  private:
   std::unique_ptr<Identity> makeIdentity(const std::shared_ptr<Node>& node);
@@ -71,6 +84,12 @@ class Host {
   void redraw();
   void updateHover();
   void runClockWhileMoving();
+
+  void act(const std::shared_ptr<Node>& target) const;
+  void startInMenu();
+  void moveFocus(const FocusOrder& order, std::size_t to);
+  void letGoOfFocus();
+  void focusUnderPointer();
 
   Services services_;
   Element page_;
@@ -96,6 +115,15 @@ class Host {
   std::optional<platform::Point> pointer_;
   std::vector<std::shared_ptr<Node>> hovered_;
   std::weak_ptr<Node> pressed_;
+
+  struct Focus {
+    std::weak_ptr<Node> node;
+    std::size_t place = 0;   // in the order, when it last moved
+    bool isVisible = false;  // since the keyboard was used
+  };
+  Focus focus_;
+  bool isMenu_ = false;
+  bool hasLeft_ = false;
   platform::Lifetime lifetime_;
 };
 

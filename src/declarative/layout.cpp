@@ -153,6 +153,11 @@ Size Layout::answer(Node& node, const kinds::FixedSize& fixed, const ProposedSiz
       node, {fixed.horizontal ? std::nullopt : proposal.width, fixed.vertical ? std::nullopt : proposal.height});
 }
 
+Size Layout::answer(Node& node, const kinds::Scrolling&, const ProposedSize& proposal) {
+  const Size content = answerOfContent(node, {proposal.width, std::nullopt});
+  return {content.width, std::min(content.height, proposal.height.value_or(content.height))};
+}
+
 // Modifiers answer as what they modify; leaves without a size of their own take what they get.
 Size Layout::answerOfContent(Node& node, const ProposedSize& proposal) {
   if (!node.children.empty()) return measure(*node.children.front(), proposal);
@@ -238,7 +243,8 @@ void Layout::placeAligned(Node& child, Size within, Alignment alignment, const P
 void Layout::placeChildren(Node& node, const kinds::VerticalStack& stack, const ProposedSize& proposal) {
   const double width = measure(node, proposal).width;
   double y = 0;
-  for (const auto& [child, proposed] : share(node, Axis::vertical, stack.spacing, proposal)) {
+  for (auto& [child, proposed] : share(node, Axis::vertical, stack.spacing, proposal)) {
+    if (stack.fillsWidth && !proposed.width) proposed.width = width;
     const Size size = measure(*child, proposed);
     place(*child, {(width - size.width) * shareOf(stack.alignment), y}, proposed);
     y += size.height + stack.spacing;
@@ -297,6 +303,10 @@ void Layout::placeChildren(Node& node, const kinds::FixedSize& fixed, const Prop
   const ProposedSize inner{fixed.horizontal ? std::nullopt : proposal.width,
                            fixed.vertical ? std::nullopt : proposal.height};
   for (const auto& child : node.children) place(*child, {}, inner);
+}
+
+void Layout::placeChildren(Node& node, const kinds::Scrolling&, const ProposedSize& proposal) {
+  for (const auto& child : node.children) place(*child, {}, {proposal.width, std::nullopt});
 }
 
 }  // namespace hushpane::declarative

@@ -38,6 +38,7 @@ class Layout {
   platform::Size answer(Node& node, const kinds::Padding& padding, const ProposedSize& proposal);
   platform::Size answer(Node& node, const kinds::Frame& frame, const ProposedSize& proposal);
   platform::Size answer(Node& node, const kinds::FixedSize& fixed, const ProposedSize& proposal);
+  platform::Size answer(Node& node, const kinds::Scrolling& scrolling, const ProposedSize& proposal);
   platform::Size answer(Node& node, const kinds::Divider& divider, const ProposedSize& proposal);
   platform::Size answerOfContent(Node& node, const ProposedSize& proposal);
   template <class Other>
@@ -52,6 +53,7 @@ class Layout {
   void placeChildren(Node& node, const kinds::Padding& padding, const ProposedSize& proposal);
   void placeChildren(Node& node, const kinds::Frame& frame, const ProposedSize& proposal);
   void placeChildren(Node& node, const kinds::FixedSize& fixed, const ProposedSize& proposal);
+  void placeChildren(Node& node, const kinds::Scrolling& scrolling, const ProposedSize& proposal);
   template <class Other>
   void placeChildren(Node& node, const Other&, const ProposedSize& proposal) {
     for (const auto& child : node.children) place(*child, {}, proposal);

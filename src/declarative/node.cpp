@@ -48,6 +48,7 @@ Mapping mappingOf(const Node& node, const Mapping& outer) {
 
 Mapping contentMapping(const Node& node, const Mapping& own) {
   if (std::holds_alternative<kinds::Offset>(node.kind)) return own.movedBy(offsetFrom(node.looks.current()));
+  if (std::holds_alternative<kinds::Scrolling>(node.kind)) return own.movedBy({0, -node.scrollOffset});
   if (const auto* scale = std::get_if<kinds::Scale>(&node.kind)) {
     const auto place = node.current();
     const Point anchor{place.width * scale->anchor.x, place.height * scale->anchor.y};

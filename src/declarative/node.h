@@ -59,6 +59,8 @@ struct Node : std::enable_shared_from_this<Node> {
   SetText setText;
   std::optional<SymbolDrawing> symbol;
 
+  double scrollOffset = 0;  // of what scrolls: points of its content above its upper edge
+
   // Colours, fades and the like; see looks.h.
   Motion looks{{}};
   // On its way in or out, through a transition.
@@ -86,7 +88,7 @@ bool showsNothing(const Node& node);
 
 // From a node's own coordinates to those that `outer` maps its parent's content to, as shown.
 Mapping mappingOf(const Node& node, const Mapping& outer = {});
-// The same for its content, from the mapping of its own; an offset or a scale lies between the two.
+// The same for its content, from the mapping of its own; an offset, a scale or scrolling lies between the two.
 Mapping contentMapping(const Node& node, const Mapping& own);
 // From the coordinates of its content to those of the page.
 Mapping contentOnPage(const Node* node);

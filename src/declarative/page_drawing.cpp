@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "declarative/looks.h"
+#include "declarative/scrolling.h"
 
 namespace hushpane::declarative {
 
@@ -51,6 +52,8 @@ class PageDrawing {
   void addContent(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void addChildren(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void addLayer(const platform::LayerEffect& effect, Drawings children, Drawings& drawings) const;
+  void addPressable(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const;
+  void addScrollBar(const Node& node, const Mapping& mapping, Drawings& drawings) const;
 
   void add(const Node& node, const kinds::Text& text, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void add(const Node& node, const kinds::Symbol& symbol, const Mapping& mapping, bool rests, Drawings& drawings) const;
@@ -62,7 +65,13 @@ class PageDrawing {
            Drawings& drawings) const;
   void add(const Node& node, const kinds::Effect& effect, const Mapping& mapping, bool rests, Drawings& drawings) const;
   void add(const Node& node, const kinds::Clip& clip, const Mapping& mapping, bool rests, Drawings& drawings) const;
-  void add(const Node& node, const kinds::Button& button, const Mapping& mapping, bool rests, Drawings& drawings) const;
+  void add(const Node& node, const kinds::Button&, const Mapping& mapping, bool rests, Drawings& drawings) const {
+    addPressable(node, mapping, rests, drawings);
+  }
+  void add(const Node& node, const kinds::Menu&, const Mapping& mapping, bool rests, Drawings& drawings) const {
+    addPressable(node, mapping, rests, drawings);
+  }
+  void add(const Node& node, const kinds::Scrolling&, const Mapping& mapping, bool rests, Drawings& drawings) const;
   template <class Other>
   void add(const Node& node, const Other&, const Mapping& mapping, bool rests, Drawings& drawings) const {
     addChildren(node, mapping, rests, drawings);
@@ -248,8 +257,32 @@ void PageDrawing::add(const Node& node, const kinds::Clip& clip, const Mapping& 
   drawings.push_back({Clipping{outline(clip.shape, node, 0, mapping, rests)}, frame, extent, std::move(children)});
 }
 
-void PageDrawing::add(const Node& node, const kinds::Button&, const Mapping& mapping, bool rests,
+void PageDrawing::add(const Node& node, const kinds::Scrolling&, const Mapping& mapping, bool rests,
                       Drawings& drawings) const {
+  if (scrollRange(node) == 0) return addChildren(node, mapping, rests, drawings);
+  Drawings children;
+  addChildren(node, mapping, rests, children);
+  // Beside it there is room for shadows.
+  constexpr double room = 40;
+  const Rect frame = frameOf(node, mapping, rests);
+  const Rect seen{frame.x - room, frame.y, frame.width + 2 * room, frame.height};
+  const Rect extent = extentOf(children).intersection(seen);
+  drawings.push_back({Clipping{platform::rectanglePath(seen)}, frame, extent, std::move(children)});
+  addScrollBar(node, mapping, drawings);
+}
+
+void PageDrawing::addScrollBar(const Node& node, const Mapping& mapping, Drawings& drawings) const {
+  constexpr double width = 3, margin = 2, leastLength = 16;
+  const Rect place = node.current();
+  const double track = std::max(place.height - 2 * margin, 0.0), range = scrollRange(node);
+  const double length = std::min(std::max(track * place.height / (place.height + range), leastLength), track);
+  const double y = margin + (track - length) * node.scrollOffset / range;
+  const Rect bar = mapping.at(Rect{place.width - width - margin, y, width, length});
+  const auto color = primary.opacity(0.35).in(node.environment.appearance);
+  drawings.push_back({FilledPath{pathOf(Capsule{}, bar), color}, bar, bar, {}});
+}
+
+void PageDrawing::addPressable(const Node& node, const Mapping& mapping, bool rests, Drawings& drawings) const {
   constexpr double pressedOpacity = 0.7;
   Drawings children;
   addChildren(node, mapping, rests, children);

@@ -17,14 +17,10 @@ Rect bounds(const Node& node) {
   return {0, 0, place.width, place.height};
 }
 
-// The point in the coordinates of the node's content; nothing where the node shows nothing there.
-std::optional<Point> within(const Node& node, Point point) {
-  if (const auto* effect = std::get_if<kinds::Effect>(&node.kind); effect && effect->opacity <= 0) return std::nullopt;
-  const Mapping content = contentMapping(node, mappingOf(node));
-  if (content.isFlat()) return std::nullopt;
-  const Point inside = content.inverted().at(point);
-  const auto* clip = std::get_if<kinds::Clip>(&node.kind);
-  return clip && !contains(clip->shape, bounds(node), inside) ? std::nullopt : std::optional(inside);
+bool isCutOff(const Node& node, Point inside) {
+  if (const auto* clip = std::get_if<kinds::Clip>(&node.kind)) return !contains(clip->shape, bounds(node), inside);
+  return std::holds_alternative<kinds::Scrolling>(node.kind) &&
+         !bounds(node).contains({inside.x, inside.y - node.scrollOffset});
 }
 
 // The children from the front to the back.
@@ -36,6 +32,20 @@ std::vector<std::shared_ptr<Node>> frontToBack(const Node& node) {
 }
 
 }  // namespace
+
+std::optional<Point> within(const Node& node, Point point) {
+  if (const auto* effect = std::get_if<kinds::Effect>(&node.kind); effect && effect->opacity <= 0) return std::nullopt;
+  const Mapping content = contentMapping(node, mappingOf(node));
+  if (content.isFlat()) return std::nullopt;
+  const Point inside = content.inverted().at(point);
+  return isCutOff(node, inside) ? std::nullopt : std::optional(inside);
+}
+
+bool takesPresses(const Node& node) {
+  if (const auto* button = std::get_if<kinds::Button>(&node.kind)) return button->action != nullptr;
+  if (const auto* tap = std::get_if<kinds::Tap>(&node.kind)) return tap->action != nullptr;
+  return std::holds_alternative<kinds::Menu>(node.kind);
+}
 
 bool covers(const Node& node, Point point) {
   const auto inside = within(node, point);
@@ -54,9 +64,7 @@ std::shared_ptr<Node> pressTarget(const std::shared_ptr<Node>& node, Point point
   if (!inside) return nullptr;
   for (const auto& child : frontToBack(*node))
     if (auto found = pressTarget(child, *inside)) return found;
-  const bool takesPresses =
-      std::holds_alternative<kinds::Button>(node->kind) || std::holds_alternative<kinds::Tap>(node->kind);
-  return takesPresses && covers(*node, point) ? node : nullptr;
+  return takesPresses(*node) && covers(*node, point) ? node : nullptr;
 }
 
 std::vector<std::shared_ptr<Node>> hoverTargets(const std::shared_ptr<Node>& node, Point point) {

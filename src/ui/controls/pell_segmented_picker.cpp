@@ -41,6 +41,7 @@ Element segmentedPicker(const std::vector<SegmentedPickerItem>& items, const Ada
     highlights.push_back(highlightOf(item, itemWidth, activeTint, context));
   }
   return horizontalStack({.spacing = 0}, std::move(titles))
+      .focusGroup()
       .background(horizontalStack({.spacing = 0}, std::move(highlights)))
       .padding(2)
       .background(fill(Rectangle{}, primary.opacity(0.1)))
