@@ -18,6 +18,13 @@ bool hidesContent(const Node& node) {
   return accessibility && accessibility->isHidden;
 }
 
+// One without an action only keeps the pointer from what is behind it.
+bool isStop(const Node& node) {
+  if (const auto* button = std::get_if<kinds::Button>(&node.kind)) return button->action != nullptr;
+  if (const auto* tap = std::get_if<kinds::Tap>(&node.kind)) return tap->action != nullptr;
+  return takesPresses(node);
+}
+
 const Node* groupAround(const Node& node) {
   const Node* at = node.parent;
   while (at && !std::holds_alternative<kinds::FocusGroup>(at->kind)) at = at->parent;
@@ -39,7 +46,7 @@ void FocusOrder::collect(const std::shared_ptr<Node>& node, Around around) {
   if (const auto* accessibility = std::get_if<kinds::Accessibility>(&node->kind))
     around.isOn = accessibility->isOn.value_or(around.isOn);
   if (std::holds_alternative<kinds::FocusGroup>(node->kind)) around = {node.get(), false};
-  if (takesPresses(*node)) stops_.push_back({node, around});
+  if (isStop(*node)) stops_.push_back({node, around});
   for (const auto& child : node->children) collect(child, around);
 }
 
@@ -97,7 +104,7 @@ FocusOrder::Index FocusOrder::startOfMenu() const {
 }
 
 bool keepsFocus(const Node& node) {
-  if (!node.isOnPage || !takesPresses(node)) return false;
+  if (!node.isOnPage || !isStop(node)) return false;
   for (const Node* at = &node; at; at = at->parent)
     if (hidesContent(*at)) return false;
   return true;

@@ -61,7 +61,7 @@ void Host::pointerDown(Point point) {
   if (target) target->isPressed = true;
   // From here on, Tab goes on where the pointer was.
   const bool hadRing = !isMenu_ && std::exchange(focus_.isVisible, false);
-  if (target) focus_.node = target;
+  if (target) focus_ = {target, FocusOrder(root_).indexOf(target.get()).value_or(focus_.place), focus_.isVisible};
   if (target || hadRing) redraw();
   if (hadRing) updateHover();
 }

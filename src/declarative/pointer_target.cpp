@@ -42,9 +42,8 @@ std::optional<Point> within(const Node& node, Point point) {
 }
 
 bool takesPresses(const Node& node) {
-  if (const auto* button = std::get_if<kinds::Button>(&node.kind)) return button->action != nullptr;
-  if (const auto* tap = std::get_if<kinds::Tap>(&node.kind)) return tap->action != nullptr;
-  return std::holds_alternative<kinds::Menu>(node.kind);
+  return std::holds_alternative<kinds::Button>(node.kind) || std::holds_alternative<kinds::Tap>(node.kind) ||
+         std::holds_alternative<kinds::Menu>(node.kind);
 }
 
 bool covers(const Node& node, Point point) {

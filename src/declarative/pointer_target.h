@@ -12,9 +12,9 @@ namespace hushpane::declarative {
 // What the pointer meets on the page as it is shown. Points are in the coordinates of the node's parent, from leading
 // to trailing. Elements on their way out are met by nobody.
 
-// Whether it does something when it is pressed.
+// Whether the pointer and the keyboard can press it: a button, a tap area or a menu.
 bool takesPresses(const Node& node);
-// The button, tap area or menu in front at that point; null when there is none.
+// The one of these in front at that point; null when there is none.
 std::shared_ptr<Node> pressTarget(const std::shared_ptr<Node>& node, platform::Point point);
 // Every element at that point that wants to know of it, the outer ones first.
 std::vector<std::shared_ptr<Node>> hoverTargets(const std::shared_ptr<Node>& node, platform::Point point);

@@ -206,5 +206,50 @@ TEST_F(PageState, EveryActionMayEndTheHost) {
   }
 }
 
+TEST_F(PageState, APageThatLeavesSaysSoOnceAndIsSilentFromThenOn) {
+  Model<int> model(0);
+  std::optional<Updates> kept;
+  const auto part = Part{[&](Context& context) {
+    context.observe(model);
+    kept = context.updates();
+    log.push_back("body");
+    return box(20 + model.get(), 20)
+        .onTap(noting("tap"))
+        .onHover([this](bool) { log.push_back("hover"); })
+        .onDisappear(noting("inner"))
+        .animation(easeOut(1), model.get());
+  }};
+  show(Element(part).onDisappear(noting("outer")));
+  model.set(1);
+  queue.advance(0.5);
+  kept->after(0.1, noting("later"));
+  model.set(2);
+  log.clear();
+  const int changesBefore = changes;
+  const auto sizeBefore = host->size();
+  host->leave();
+  EXPECT_EQ(host->size(), sizeBefore);
+  EXPECT_EQ(log, (std::vector<std::string>{"outer", "inner"}));
+  EXPECT_FALSE(model.isObserved());
+  host->leave();
+  host->setEnvironment({.appearance = Appearance::dark});
+  host->setProposal({100, 100});
+  host->setScale(2);
+  host->update();
+  click({5, 5});
+  host->pointerExited();
+  EXPECT_FALSE(host->keyPressed({.key = Key::tab}));
+  EXPECT_FALSE(host->scrolled({5, 5}, 5));
+  EXPECT_EQ(host->tooltip({5, 5}), std::nullopt);
+  queue.advance(1);
+  host.reset();
+  EXPECT_EQ(log.size(), 2u);
+  EXPECT_EQ(changes, changesBefore);
+
+  show(box(9, 9).onDisappear(noting("never")));
+  host.reset();
+  EXPECT_EQ(log.size(), 2u) << "only leaving is told";
+}
+
 }  // namespace
 }  // namespace hushpane::declarative

@@ -98,6 +98,22 @@ TEST_F(PellSegmentedPickerTest, EveryTapWritesAlsoOnTheSelectedItem) {
   EXPECT_EQ(written.size(), 3u) << "between the round ends of two items";
 }
 
+TEST_F(PellSegmentedPickerTest, ArrowsChooseTheNeighbour) {
+  auto page = picker(1);
+  const auto press = [&](platform::Key key) {
+    page.host().keyPressed({.key = key});
+    page.advance(2);
+  };
+  press(platform::Key::tab);
+  EXPECT_EQ(page.strokes().size(), 1u);
+  EXPECT_TRUE(hasSize(page.strokes()[0], 68, 26)) << "around the selected item";
+  press(platform::Key::right);
+  press(platform::Key::right);
+  press(platform::Key::left);
+  EXPECT_EQ(written, (std::vector{2, 1}));
+  EXPECT_EQ(highlights(page)[0].frame.x, 66);
+}
+
 TEST_F(PellSegmentedPickerTest, LongTitlesShrinkWithinTheirItems) {
   const auto content = [](Binding<int> value) {
     return PellSegmentedPicker<int>{
