@@ -31,7 +31,11 @@ const std::map<std::string, Folders> mayInclude{
     {"app", {"state", "overlay", "input", "localization", "platform", "declarative", "ui"}},
     {"desktops", {"platform", "declarative"}},
     {"widget", {"platform"}},
+    {"update", {}},
 };
+
+// What reads the network has libraries of its own.
+const std::set<std::string> usesLibraries{"desktops", "update"};
 
 // All that the widget knows of the program's own subsystems, and what these files need.
 const std::set<std::string> contract{"state/widget_bridge.h", "state/veil_mode.h", "state/stored_keys.h"};
@@ -62,11 +66,12 @@ bool isAllowedInWidget(const std::string& name) {
 bool isAllowed(const Include& include, const fs::path& file) {
   const std::string folder = topFolder(file);
   // Outside libraries are told from the standard one by the dot or the slash in their names.
-  if (include.isOutside) return folder == "desktops" || include.name.find_first_of("./") == std::string::npos;
+  if (include.isOutside) return usesLibraries.contains(folder) || include.name.find_first_of("./") == std::string::npos;
   const std::string target = topFolder(include.name);
   const bool picksTheDesktop = file == fs::path("app/main.cpp") && target == "desktops";
   return target == folder || mayInclude.at(folder).contains(target) || picksTheDesktop ||
-         (folder == "widget" && isAllowedInWidget(include.name));
+         (folder == "widget" && isAllowedInWidget(include.name)) ||
+         (folder == "update" && include.name.starts_with("desktops/shared/"));
 }
 
 std::vector<Include> includesOf(const fs::path& relative) {

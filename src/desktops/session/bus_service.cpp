@@ -26,7 +26,7 @@ platform::Token subscribe(const DbusSession::Connection& connection, const char*
     if (const auto kept = weak.lock()) (*kept)(arguments);
   };
   const unsigned id = connection->signal_subscribe(slot, sender, interface, member, path, argument);
-  return platform::Token([connection, id, held]() mutable {
+  return platform::Token([connection, id, held = held]() mutable {
     connection->signal_unsubscribe(id);
     held.reset();
   });

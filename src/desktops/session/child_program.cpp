@@ -38,8 +38,8 @@ ChildPtr release(gpointer data) {
 void ended(GObject* process, GAsyncResult* result, gpointer data) {
   const auto child = release(data);
   auto* subprocess = G_SUBPROCESS(process);
-  const bool isWell = g_subprocess_wait_finish(subprocess, result, nullptr) &&
-                      g_subprocess_get_if_exited(subprocess) && g_subprocess_get_exit_status(subprocess) == 0;
+  const bool isWell = g_subprocess_wait_finish(subprocess, result, nullptr) && g_subprocess_get_if_exited(subprocess) &&
+                      g_subprocess_get_exit_status(subprocess) == 0;
   child->finish(isWell ? std::optional(child->output) : std::nullopt);
 }
 

@@ -65,8 +65,8 @@ constexpr std::array<Chooser, 4> choosers{{{"zenity", zenity}, {"qarma", zenity}
 }  // namespace
 
 const std::vector<PictureKind>& pictureKinds() {
-  static const std::vector<PictureKind> kinds{{"image/png", {"png"}},   {"image/jpeg", {"jpg", "jpeg"}},
-                                              {"image/webp", {"webp"}}, {"image/gif", {"gif"}},
+  static const std::vector<PictureKind> kinds{{"image/png", {"png"}},          {"image/jpeg", {"jpg", "jpeg"}},
+                                              {"image/webp", {"webp"}},        {"image/gif", {"gif"}},
                                               {"image/tiff", {"tif", "tiff"}}, {"image/bmp", {"bmp"}},
                                               {"image/svg+xml", {"svg"}}};
   return kinds;

@@ -1,25 +1,17 @@
-#include <giomm/settings.h>
-#include <giomm/settingsschema.h>
-#include <giomm/settingsschemakey.h>
-#include <giomm/settingsschemasource.h>
 #include <glib.h>
 
 #include <memory>
 
+#include "desktops/session/desktop_settings.h"
 #include "desktops/session/picture_sources.h"
 
 namespace hushpane::session {
 
 namespace {
 
-// A text among the settings; nothing when there is no such schema, key or text. To ask for what no schema describes
-// would end the process.
 std::optional<std::string> setting(const char* schemaId, const char* key) {
-  const auto source = Gio::SettingsSchemaSource::get_default();
-  const auto schema = source ? source->lookup(schemaId, true) : Glib::RefPtr<Gio::SettingsSchema>();
-  if (!schema || schema->get_path().empty() || !schema->has_key(key)) return std::nullopt;
-  if (!schema->get_key(key)->get_value_type().equal(Glib::VARIANT_TYPE_STRING)) return std::nullopt;
-  return Gio::Settings::create(schemaId)->get_string(key).raw();
+  const auto settings = textSettings(schemaId, key);
+  return settings ? std::optional(settings->get_string(key).raw()) : std::nullopt;
 }
 
 std::optional<std::filesystem::path> pictureIn(const char* schemaId, const char* key) {

@@ -83,8 +83,7 @@ void PortalOpenPanel::run(Options options, Completion completion) {
 void PortalOpenPanel::askPortal() {
   const std::string token = "hushpane" + std::to_string(++requests_);
   listenTo(requestPath(portal_.connection()->get_unique_name().raw(), token));
-  busGone_ = {};
-  const auto closed = portal_.connection()->property_closed().signal_changed().connect(
+  auto closed = portal_.connection()->property_closed().signal_changed().connect(
       lifetime_.weak([this] { finish(std::nullopt); }));
   busGone_ = platform::Token([closed]() mutable { closed.disconnect(); });
   portal_.call(portal::path, "org.freedesktop.portal.FileChooser", "OpenFile",
@@ -126,9 +125,8 @@ void PortalOpenPanel::askProgram() {
   busGone_.reset();
   const auto command = chooserCommand(options_);
   if (command)
-    program_ = startChild(*command, longestPath, [this](const auto& output) {
-      finish(output ? chosenFile(*output) : std::nullopt);
-    });
+    program_ = startChild(*command, longestPath,
+                          [this](const auto& output) { finish(output ? chosenFile(*output) : std::nullopt); });
   if (!program_) finish(std::nullopt);
 }
 
