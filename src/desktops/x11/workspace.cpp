@@ -15,8 +15,8 @@ constexpr std::uint32_t longestName = 64;  // words
 
 }  // namespace
 
-Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree)
-    : connection_(connection), queue_(queue), tree_(tree) {
+Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, session::UrlOpener& urls)
+    : connection_(connection), queue_(queue), tree_(tree), urls_(urls) {
   connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   activeWindow_ = rootValue("_NET_ACTIVE_WINDOW").value_or(XCB_WINDOW_NONE);
@@ -85,10 +85,6 @@ std::optional<std::uint32_t> Workspace::rootValue(std::string_view name) {
   const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
   if (!reply || reply->format != 32 || reply->value_len < 1) return std::nullopt;
   return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-}
-
-bool Workspace::openURL(const std::string&) {
-  return false;
 }
 
 }  // namespace hushpane::x11

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "desktops/session/open_url.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/window_tree.h"
 #include "platform/main_queue.h"
@@ -12,11 +13,11 @@ namespace hushpane::x11 {
 // The active window and workspace as the window manager publishes them (EWMH).
 class Workspace : public platform::Workspace {
  public:
-  Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree);
+  Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, session::UrlOpener& urls);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
   std::optional<std::filesystem::path> desktopImageURL(const platform::Screen& screen) override;
-  bool openURL(const std::string& url) override;
+  bool openURL(const std::string& url) override { return urls_.open(url); }
   platform::NotificationCenter& notificationCenter() override { return center_; }
 
   xcb_window_t activeWindow() const { return activeWindow_; }
@@ -34,6 +35,7 @@ class Workspace : public platform::Workspace {
   Connection& connection_;
   platform::MainQueue& queue_;
   WindowTree& tree_;
+  session::UrlOpener& urls_;
   platform::NotificationCenter center_;
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
   std::optional<platform::RunningApplication> frontmost_;

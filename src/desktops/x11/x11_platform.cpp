@@ -11,6 +11,8 @@
 #include <string_view>
 #include <utility>
 
+#include "desktops/session/installed_update_feed.h"
+#include "desktops/session/portal.h"
 #include "desktops/shared/xdg_directories.h"
 
 namespace hushpane::x11 {
@@ -74,7 +76,8 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       bundle_(desktops::resourceFolder()),
       screens_(*connection_, base_->queue, notificationCenter_),
       tree_(*connection_),
-      workspace_(*connection_, base_->queue, tree_),
+      portal_(base_->session, session::portal::name),
+      workspace_(*connection_, base_->queue, tree_, urls_),
       wakeWatch_(workspace_.notificationCenter()),
       windowList_(*connection_, tree_, screens_, workspace_),
       keyboard_(*connection_),
@@ -87,6 +90,9 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       placement_(*connection_, base_->queue, tree_),
       stage_(animator_, base_->queue, turnEnd_, placement_,
              {*connection_, render_, tree_, screens_, compositor_, coveredWindows_, rootBackground_}),
+      updateService_(session::makeInstalledUpdateFeed(base_->queue, *standardDefaults_, notificationCenter_,
+                                                      desktops::resourceFolder(),
+                                                      bundle_.infoString(platform::bundleKey::shortVersion))),
       activations_(workspace_.notificationCenter().addObserver(platform::notification::didActivateApplication,
                                                                [this] { placement_.activationChanged(); })),
       taskQueue_(base_->queue) {}

@@ -6,11 +6,17 @@
 #include <vector>
 
 #include "desktops/session/absent_services.h"
+#include "desktops/session/autostart_login_item.h"
+#include "desktops/session/bus_service.h"
 #include "desktops/session/dbus_application.h"
 #include "desktops/session/dbus_notification_center.h"
 #include "desktops/session/dbus_session.h"
+#include "desktops/session/dbus_user_notifications.h"
 #include "desktops/session/dbus_widget_center.h"
 #include "desktops/session/main_queue.h"
+#include "desktops/session/open_url.h"
+#include "desktops/session/portal_appearance.h"
+#include "desktops/session/portal_open_panel.h"
 #include "desktops/session/run_loop.h"
 #include "desktops/session/task_queue.h"
 #include "desktops/session/wake_watch.h"
@@ -93,11 +99,11 @@ class X11Platform : public platform::Platform {
   platform::Workspace& workspace() override { return workspace_; }
   platform::EventMonitors& eventMonitors() override { return eventMonitors_; }
   platform::HotKeys& hotKeys() override { return hotKeys_; }
-  platform::OpenPanel* openPanel() override { return nullptr; }
+  platform::OpenPanel* openPanel() override { return openPanel_.isAvailable() ? &openPanel_ : nullptr; }
   platform::WidgetCenter& widgetCenter() override { return widgetCenter_; }
   platform::LoginItem& loginItem() override { return loginItem_; }
   platform::UserNotifications& userNotifications() override { return userNotifications_; }
-  platform::UpdateService& updateService() override { return updateService_; }
+  platform::UpdateService& updateService() override { return *updateService_; }
 
  private:
   // What needs no display: it decides whether this process is the one that shows anything.
@@ -132,6 +138,8 @@ class X11Platform : public platform::Platform {
   desktops::ImageFileLoader imageLoader_;
   Screens screens_;
   WindowTree tree_;
+  session::BusService portal_;
+  session::UrlOpener urls_{portal_};
   Workspace workspace_;
   session::WakeWatch wakeWatch_;
   WindowList windowList_;
@@ -146,10 +154,11 @@ class X11Platform : public platform::Platform {
   OverlayStage stage_;
   Panels panels_{animator_};
   session::NoStatusItem statusItem_;
-  session::PlainAppearance appearance_;
-  session::NoLoginItem loginItem_;
-  session::NoUserNotifications userNotifications_{base_->queue};
-  session::NoUpdateService updateService_{base_->queue};
+  session::PortalAppearance appearance_{portal_};
+  session::PortalOpenPanel openPanel_{portal_, base_->queue};
+  session::AutostartLoginItem loginItem_{session::ownProgram()};
+  session::DbusUserNotifications userNotifications_{base_->session, urls_, base_->queue};
+  std::unique_ptr<platform::UpdateService> updateService_;
   platform::Token activations_;
   session::TaskQueue taskQueue_;
 };
