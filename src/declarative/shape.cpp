@@ -45,7 +45,7 @@ Path pathOf(const Shape& shape, const Rect& rect) {
                                                                 platform::CornerStyle::continuous);
                         },
                         [&](const Circle&) { return platform::ellipsePath(squareIn(rect)); },
-                        [&](const CustomShape& custom) { return custom.path(rect, custom.first, custom.second); },
+                        [&](const CustomShape& custom) { return custom.path(rect, custom.numbers); },
                     },
                     shape);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <variant>
 
 #include "platform/geometry.h"
@@ -23,9 +24,9 @@ struct Circle {  // the largest in the middle
 };
 // An outline of its own, made for the rectangle that it fills.
 struct CustomShape {
-  platform::Path (*path)(const platform::Rect& rect, double first, double second) = nullptr;
-  double first = 0;  // what the function makes of them
-  double second = 0;
+  using Numbers = std::array<double, 3>;  // what the function makes of them
+  platform::Path (*path)(const platform::Rect& rect, const Numbers& numbers) = nullptr;
+  Numbers numbers{};
   bool operator==(const CustomShape&) const = default;
 };
 

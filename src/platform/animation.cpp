@@ -32,6 +32,7 @@ double evaluate(TimingFunction timing, double fraction) {
   if (fraction >= 1) return 1;
   switch (timing) {
     case TimingFunction::linear: return fraction;
+    case TimingFunction::easeIn: return bezierAt(0.42, 1, 0, 1, fraction);
     case TimingFunction::easeOut: return bezierAt(0, 0.58, 0, 1, fraction);
     case TimingFunction::easeInEaseOut: return bezierAt(0.42, 0.58, 0, 1, fraction);
   }

@@ -169,7 +169,8 @@ TEST_F(AnimatorTest, AValueMayBeSetByItsOwnStep) {
 }
 
 TEST(TimingFunctionTest, CurvesRiseFromNothingToAllAndStayThere) {
-  for (const auto timing : {TimingFunction::linear, TimingFunction::easeOut, TimingFunction::easeInEaseOut}) {
+  for (const auto timing :
+       {TimingFunction::linear, TimingFunction::easeIn, TimingFunction::easeOut, TimingFunction::easeInEaseOut}) {
     EXPECT_EQ(evaluate(timing, -1), 0);
     EXPECT_EQ(evaluate(timing, std::numeric_limits<double>::quiet_NaN()), 0);
     EXPECT_EQ(evaluate(timing, 2), 1);
@@ -182,6 +183,8 @@ TEST(TimingFunctionTest, CurvesRiseFromNothingToAllAndStayThere) {
     EXPECT_LT(previous, 1);
   }
   EXPECT_GT(evaluate(TimingFunction::easeOut, 0.25), 0.25) << "fast at first";
+  EXPECT_LT(evaluate(TimingFunction::easeIn, 0.25), evaluate(TimingFunction::easeInEaseOut, 0.25))
+      << "slowest at first";
   EXPECT_LT(evaluate(TimingFunction::easeInEaseOut, 0.25), 0.25) << "slow at first";
   EXPECT_NEAR(evaluate(TimingFunction::easeInEaseOut, 0.5), 0.5, 1e-6) << "the same both ways";
 }

@@ -21,6 +21,10 @@ constexpr AdaptiveColor ultraThickMaterial{{0.96, 0.96, 0.96, 0.94}, {0.18, 0.18
 
 }  // namespace
 
+Shape MenuBarHintView::outline() const {
+  return CapsuleWithTailShape{tailHeight, tailWidth, tailOffset};
+}
+
 Element MenuBarHintView::body(Context& context) const {
   const auto breathing = context.state("breathing", false);
   const auto drifting = context.state("drifting", false);
@@ -28,10 +32,9 @@ Element MenuBarHintView::body(Context& context) const {
     updates.withAnimation(breath, [breathing] { breathing.set(true); });
     updates.withAnimation(drift, [drifting] { drifting.set(true); });
   };
-  const Shape outline = CapsuleWithTailShape{tailHeight, tailWidth};
-  const Element bubble = fill(outline, ultraThickMaterial)
+  const Element bubble = fill(outline(), ultraThickMaterial)
                              .shadows({{opaqueBlack.opacity(0.22), 6, {0, 2}}, {globalAccent.opacity(0.22), 14, {}}})
-                             .overlay(stroke(outline, primary.opacity(0.18), 0.8))
+                             .overlay(stroke(outline(), primary.opacity(0.18), 0.8))
                              .frame({.width = pillWidth, .height = pillHeight});
   const Element words = text(localized("Hushpane is here"_key),
                              platform::Font{.size = 12, .weight = platform::FontWeight::medium, .tracking = 0.2})
