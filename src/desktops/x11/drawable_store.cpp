@@ -13,7 +13,7 @@ xcb_render_picture_t DrawableStore::picture(const Layer& layer, const PixelRect&
   if (!fits || stored.frame != layer.frame) {
     stored.frame = layer.frame;
     pixels_.assign(image.pixels.begin(), image.pixels.end());
-    uploadPixels(connection_.get(), stored.surface.pixmap.get(), image.width, image.height, pixels_);
+    uploadPixels(connection_.get(), stored.surface.pixmap.get(), {0, 0, image.width, image.height}, pixels_);
   }
   const auto picture = stored.surface.picture.get();
   render_.stretch(picture, desktops::drawableStretch(image.width, overlay.width, target.width),

@@ -102,7 +102,8 @@ void HotKeys::handle(const xcb_generic_event_t& event) {
   const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
   const auto type = event.response_type & 0x7F;
   if (type == XCB_KEY_RELEASE) down_.reset(key.detail);
-  if (type == XCB_KEY_PRESS && key.event == connection_.root()) keyPressed(key);
+  // On the root, or, while the keyboard is grabbed for a panel, on that panel.
+  if (type == XCB_KEY_PRESS) keyPressed(key);
 }
 
 void HotKeys::keyPressed(const xcb_key_press_event_t& event) {

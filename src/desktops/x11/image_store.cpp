@@ -12,7 +12,7 @@ xcb_render_picture_t ImageStore::picture(const platform::ImagePtr& image, int wi
     stored.image = image;
     stored.surface = render_.makeSurface(SurfaceFormat::argb, width, height);
     auto pixels = aspectFilled(*image, width, height);
-    uploadPixels(connection_.get(), stored.surface.pixmap.get(), width, height, pixels);
+    uploadPixels(connection_.get(), stored.surface.pixmap.get(), {0, 0, width, height}, pixels);
   }
   return stored.surface.picture.get();
 }
