@@ -76,13 +76,10 @@ void paintOnCanvas(const desktops::SurfacePtr& picture, const platform::Screen& 
   context->paint_with_alpha(alpha);
 }
 
-void paintStatusBar(const desktops::SurfacePtr& picture, const SimStatusItem& item, const platform::Screen& screen,
-                    const std::optional<platform::Rect>& damage) {
-  const auto bar = item.barFrame();
-  if (!bar) return;
-  paintOnCanvas(picture, screen, *bar, 1, damage, [&](platform::Canvas& canvas, const platform::Rect&) {
-    canvas.fill(platform::rectanglePath({0, 0, bar->width, bar->height}), platform::Color{0.11, 0.12, 0.14, 0.86});
-  });
+constexpr platform::Color barColor{0.118, 0.133, 0.161, 1};
+
+void paintIcon(const desktops::SurfacePtr& picture, const SimStatusItem& item, const platform::Screen& screen,
+               const std::optional<platform::Rect>& damage) {
   const auto frame = item.frame();
   const auto& image = item.image();
   if (!frame) return;
@@ -120,8 +117,10 @@ void paintScreen(const desktops::ContextPtr& context, const desktops::SurfacePtr
     else
       paintFaded(context, shown->application->alpha, [&] { paintAppWindow(context, *shown->application); });
   }
+  if (const auto bar = scene.statusItem ? scene.statusItem->barFrame() : std::nullopt)
+    paintAppWindow(context, {.frame = *bar, .color = barColor, .contents = AppContents::bar, .disguise = {}});
   context->restore();
-  if (scene.statusItem) paintStatusBar(picture, *scene.statusItem, screen, damage);
+  if (scene.statusItem) paintIcon(picture, *scene.statusItem, screen, damage);
   for (auto panel = scene.panels.rbegin(); panel != scene.panels.rend(); ++panel)
     paintPanel(picture, **panel, screen, damage);
 }

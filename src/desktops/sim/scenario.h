@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "desktops/sim/sim_status_item.h"
 #include "desktops/sim/sim_window_server.h"
 #include "platform/contact_sheet.h"
 #include "platform/event_monitors.h"
@@ -110,6 +111,39 @@ struct Sheet {
   std::string name;  // of the picture
   double scale = 1;  // pixels per point
 };
+struct SetStatusBar {
+  SimStatusItem::Bar bar;
+};
+struct SetAppearance {
+  bool isDark;
+};
+struct PointAt {
+  platform::Point point;
+};
+struct PointAtText {
+  std::string text;
+};
+struct TurnWheel {
+  double delta;  // points
+};
+struct Click {
+  platform::Point point;
+};
+struct ClickIcon {};
+struct ClickText {
+  std::string text;
+};
+struct StartAgain {};
+struct ChooseFile {
+  std::optional<std::string> file;  // beside the scenario; nothing: the user thinks better of it
+};
+struct ExpectPanels {
+  int count;
+};
+struct ExpectText {
+  std::string text;
+  bool isShown;
+};
 struct ExpectPixel {
   platform::Point point;
   platform::Color color;
@@ -146,16 +180,17 @@ struct ExpectShared {
 
 }  // namespace command
 
-using Command =
-    std::variant<command::SetScreen, command::RemoveScreen, command::StartApp, command::QuitApp, command::OpenWindow,
-                 command::MoveWindow, command::CloseWindow, command::Activate, command::ActivateSelf,
-                 command::ActivateNone, command::PressModifier, command::ReleaseModifier, command::TypeKey,
-                 command::TakeHotKey, command::GiveBackHotKey, command::MovePointer, command::ShakePointer,
-                 command::OpenUrls, command::SetSetting, command::RemoveSetting, command::Wait, command::Launch,
-                 command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture, command::PickWallpaper,
-                 command::SetLanguages, command::AskByWidget, command::Shot, command::Sheet, command::ExpectPixel,
-                 command::ExpectShown, command::ExpectLevel, command::ExpectAlpha, command::ExpectBelow,
-                 command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
+using Command = std::variant<
+    command::SetScreen, command::RemoveScreen, command::StartApp, command::QuitApp, command::OpenWindow,
+    command::MoveWindow, command::CloseWindow, command::Activate, command::ActivateSelf, command::ActivateNone,
+    command::PressModifier, command::ReleaseModifier, command::TypeKey, command::TakeHotKey, command::GiveBackHotKey,
+    command::MovePointer, command::ShakePointer, command::OpenUrls, command::SetSetting, command::RemoveSetting,
+    command::Wait, command::Launch, command::Quit, command::Wake, command::SwitchSpace, command::SetDesktopPicture,
+    command::PickWallpaper, command::SetLanguages, command::AskByWidget, command::Shot, command::Sheet,
+    command::SetStatusBar, command::SetAppearance, command::PointAt, command::PointAtText, command::TurnWheel,
+    command::Click, command::ClickIcon, command::ClickText, command::StartAgain, command::ChooseFile,
+    command::ExpectPanels, command::ExpectText, command::ExpectPixel, command::ExpectShown, command::ExpectLevel,
+    command::ExpectAlpha, command::ExpectBelow, command::ExpectHotKeys, command::ExpectSetting, command::ExpectShared>;
 
 struct ScenarioLine {
   int number = 0;  // from 1

@@ -16,6 +16,7 @@ constexpr int highestLayer = 1000;
 constexpr int highestSpace = 100;
 constexpr int highestKeyCode = 127;
 constexpr int mostHotKeys = 100;
+constexpr int mostPanels = 10;
 constexpr double longestMovement = 10'000;  // points
 
 template <class Type>
@@ -131,8 +132,38 @@ Command readKey(ScenarioReader& reader) {
 
 Command readPointer(ScenarioReader& reader) {
   if (reader.accept("shake")) return ShakePointer{};
+  if (reader.accept("at")) {
+    if (reader.accept("text")) return PointAtText{reader.word("a text")};
+    return PointAt{reader.point()};
+  }
+  if (reader.accept("wheel")) return TurnWheel{reader.number("distance", -longestMovement, longestMovement)};
   reader.expect("move");
   return MovePointer{reader.number("distance", -longestMovement, longestMovement)};
+}
+
+Command readClick(ScenarioReader& reader) {
+  if (reader.accept("icon")) return ClickIcon{};
+  if (reader.accept("text")) return ClickText{reader.word("a text")};
+  return Click{reader.point()};
+}
+
+Command readStatusBar(ScenarioReader& reader) {
+  using Bar = SimStatusItem::Bar;
+  return SetStatusBar{choice<Bar>(reader, "place", {{"top", Bar::top}, {"bottom", Bar::bottom}, {"none", Bar::none}})};
+}
+
+Command readAppearance(ScenarioReader& reader) {
+  return SetAppearance{choice<bool>(reader, "appearance", {{"light", false}, {"dark", true}})};
+}
+
+Command readLaunch(ScenarioReader& reader) {
+  if (reader.accept("again")) return StartAgain{};
+  return Launch{};
+}
+
+Command readChoose(ScenarioReader& reader) {
+  if (reader.accept("none")) return ChooseFile{};
+  return ChooseFile{reader.word("a file")};
 }
 
 Command readOpen(ScenarioReader& reader) {
@@ -234,6 +265,11 @@ Command readExpect(ScenarioReader& reader) {
     const auto key = reader.word("a key");
     return ExpectShared{key, reader.valueOrAbsent()};
   }
+  if (reader.accept("panels")) return ExpectPanels{reader.integer("number", 0, mostPanels)};
+  if (reader.accept("text")) {
+    const auto text = reader.word("a text");
+    return ExpectText{text, !reader.accept("absent")};
+  }
   reader.expect("pixel");
   const auto point = reader.point();
   ExpectPixel pixel{point, reader.color(), 2};
@@ -243,17 +279,21 @@ Command readExpect(ScenarioReader& reader) {
 
 using Read = Command (*)(ScenarioReader&);
 
-constexpr std::array<std::pair<std::string_view, Read>, 20> commands{{
+constexpr std::array<std::pair<std::string_view, Read>, 24> commands{{
     {"screen", readScreen},
     {"app", readApp},
     {"window", readWindow},
     {"activate", readActivate},
     {"key", readKey},
     {"pointer", readPointer},
+    {"click", readClick},
+    {"status-bar", readStatusBar},
+    {"appearance", readAppearance},
+    {"choose", readChoose},
     {"open", readOpen},
     {"set", readSet},
     {"wait", [](ScenarioReader& reader) -> Command { return Wait{reader.number("seconds", 0, longestWait)}; }},
-    {"launch", [](ScenarioReader&) -> Command { return Launch{}; }},
+    {"launch", readLaunch},
     {"quit", [](ScenarioReader&) -> Command { return Quit{}; }},
     {"wake", [](ScenarioReader&) -> Command { return Wake{}; }},
     {"space", [](ScenarioReader& reader) -> Command { return SwitchSpace{reader.integer("space", 0, highestSpace)}; }},

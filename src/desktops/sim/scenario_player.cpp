@@ -207,7 +207,7 @@ ScenarioPlayer::Result ScenarioPlayer::run(const command::Wait& command) {
 }
 
 ScenarioPlayer::Result ScenarioPlayer::run(const command::Launch&) {
-  if (isLaunched_) return badLine("the program is running already");
+  if (isLaunched_ && !desktop_.application().isTerminated()) return badLine("the program is running already");
   isLaunched_ = true;
   program_.launch(desktop_);
   return {};

@@ -72,6 +72,18 @@ class ScenarioPlayer {
   Result run(const command::AskByWidget& command);
   Result run(const command::Shot& command);
   Result run(const command::Sheet& command);
+  Result run(const command::SetStatusBar& command);
+  Result run(const command::SetAppearance& command);
+  Result run(const command::PointAt& command);
+  Result run(const command::PointAtText& command);
+  Result run(const command::TurnWheel& command);
+  Result run(const command::Click& command);
+  Result run(const command::ClickIcon& command);
+  Result run(const command::ClickText& command);
+  Result run(const command::StartAgain& command);
+  Result run(const command::ChooseFile& command);
+  Result run(const command::ExpectPanels& command);
+  Result run(const command::ExpectText& command);
   Result run(const command::ExpectPixel& command);
   Result run(const command::ExpectShown& command);
   Result run(const command::ExpectLevel& command);

@@ -11,7 +11,10 @@ class SimApplication : public platform::Application {
  public:
   explicit SimApplication(SimMainQueue& queue) : queue_(queue) {}
 
-  void setActivationPolicy(platform::ActivationPolicy policy) override { activationPolicy_ = policy; }
+  void setActivationPolicy(platform::ActivationPolicy policy) override {
+    activationPolicy_ = policy;
+    isTerminated_ = false;
+  }
   void activateIgnoringOtherApps(bool) override { ++activations_; }
   void terminate() override;
   void setReopenHandler(std::function<void()> handler) override { reopenHandler_ = std::move(handler); }
@@ -25,7 +28,7 @@ class SimApplication : public platform::Application {
   void openUrls(std::vector<std::string> urls);
   // Somebody starts the program a second time.
   void reopen();
-  // Whether the program has ended itself.
+  // Whether the program has ended itself since it was started.
   bool isTerminated() const { return isTerminated_; }
   // Ends the program for terminate(), with the next turn of the main queue.
   void setTerminate(std::function<void()> terminate) { terminate_ = std::move(terminate); }

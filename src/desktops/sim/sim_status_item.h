@@ -13,7 +13,7 @@ namespace hushpane::sim {
 class SimStatusItem : public platform::StatusItem {
  public:
   enum class Bar { none, top, bottom };
-  static constexpr double barHeight = 26;  // points
+  static constexpr double barHeight = 30;  // points
 
   SimStatusItem(SimMainQueue& queue, const SimScreens& screens) : queue_(queue), screens_(screens) {}
 
