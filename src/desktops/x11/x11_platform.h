@@ -5,7 +5,6 @@
 #include <variant>
 #include <vector>
 
-#include "desktops/session/absent_services.h"
 #include "desktops/session/autostart_login_item.h"
 #include "desktops/session/bus_service.h"
 #include "desktops/session/dbus_application.h"
@@ -44,6 +43,7 @@
 #include "desktops/x11/root_background.h"
 #include "desktops/x11/screens.h"
 #include "desktops/x11/server_order_placement.h"
+#include "desktops/x11/status_item.h"
 #include "desktops/x11/turn_end.h"
 #include "desktops/x11/window_list.h"
 #include "desktops/x11/window_tree.h"
@@ -152,9 +152,9 @@ class X11Platform : public platform::Platform {
   RootBackground rootBackground_;
   ServerOrderPlacement placement_;
   OverlayStage stage_;
-  Panels panels_{animator_};
-  session::NoStatusItem statusItem_;
+  Panels panels_{animator_, *connection_, base_->queue, turnEnd_, render_, screens_, compositor_, eventMonitors_};
   session::PortalAppearance appearance_{portal_};
+  X11StatusItem statusItem_{*connection_, render_, screens_, eventMonitors_, base_->queue, base_->session, appearance_};
   session::PortalOpenPanel openPanel_{portal_, base_->queue};
   session::AutostartLoginItem loginItem_{session::ownProgram()};
   session::DbusUserNotifications userNotifications_{base_->session, urls_, base_->queue};

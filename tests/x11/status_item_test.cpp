@@ -1,0 +1,267 @@
+#include <gtest/gtest.h>
+
+#include "desktops/session/main_queue.h"
+#include "desktops/session/status_notifier_item.h"
+#include "desktops/x11/x11_platform.h"
+#include "platform/handler_list.h"
+#include "platform/path.h"
+#include "tests/x11/session.h"
+#include "tests/x11/status_notifier_host.h"
+#include "tests/x11/tray.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+constexpr Pixel darkGround{0x202830}, lightGround{0xe0e4e8};
+constexpr Pixel light{0xffffff}, dark{0x242424};
+
+// A bar across the middle, or a frame around it.
+platform::TemplateImage icon(bool isFilled = true) {
+  return {{20, 20}, [isFilled](platform::Canvas& canvas) {
+            canvas.fill(platform::rectanglePath({2, 4, 16, 3}), platform::black);
+            if (isFilled) canvas.fill(platform::rectanglePath({2, 7, 16, 9}), platform::black);
+          }};
+}
+
+// The desktop in this process, as the program gets it.
+class StatusItem : public testing::Test, protected Session {
+ protected:
+  void startDesktop() {
+    for (const auto& [name, value] : environment()) setenv(name.c_str(), value.c_str(), 1);
+    auto start = x11::X11Platform::start({});
+    platform_ = std::move(std::get<std::unique_ptr<x11::X11Platform>>(start));
+    item().setClickHandler([this](auto point) { clicks_.push_back(point); });
+    item().setToolTip("Focus");
+    item().setImage(icon());
+  }
+  void startTray(Pixel ground) { tray_ = std::make_unique<Tray>(environment(), logs(), x(), ground); }
+  void startHost(bool hasHost = true) {
+    host_.reset();
+    host_ = std::make_unique<StatusNotifierHost>(environment().at("DBUS_SESSION_BUS_ADDRESS"), hasHost);
+  }
+
+  platform::StatusItem& item() { return platform_->statusItem(); }
+  bool waitUntil(const std::function<bool()>& condition, milliseconds limit = patience) {
+    return StatusNotifierHost::waitUntil(condition, limit);
+  }
+
+  // Whether the item comes to stand in the tray, in that colour on that ground.
+  testing::AssertionResult standsInTray(Pixel ink, Pixel ground) {
+    std::optional<Rect> frame;
+    Pixel middle, corner;
+    if (waitUntil([&] {
+          frame = Tray::iconFrame(x());
+          if (!frame || item().frame() != frame) return false;
+          middle = x().pixel(center(*frame));
+          corner = x().pixel({frame->x, frame->y});
+          return isNear(middle, ink) && isNear(corner, ground);
+        })) {
+      return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << (frame ? "there is an icon" : "there is no icon") << ", its middle " << middle
+                                       << ", its corner " << corner;
+  }
+
+  std::unique_ptr<Tray> tray_;
+  std::unique_ptr<StatusNotifierHost> host_;
+  std::unique_ptr<x11::X11Platform> platform_;
+  std::vector<std::optional<Point>> clicks_;
+};
+
+class TrayIcon : public StatusItem, public testing::WithParamInterface<bool> {
+ protected:
+  TrayIcon() {
+    if (GetParam()) startCompositor();
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Desktop, TrayIcon, testing::Bool(),
+                         [](const auto& way) { return way.param ? "Composited" : "Plain"; });
+
+TEST_P(TrayIcon, StandsOutInEveryTrayThatComes) {
+  startDesktop();
+  EXPECT_FALSE(item().isShown());
+  EXPECT_EQ(item().frame(), std::nullopt);
+  for (const auto& [ground, ink] : {std::pair{darkGround, light}, std::pair{lightGround, dark}}) {
+    SCOPED_TRACE(ground);
+    startTray(ground);
+    ASSERT_TRUE(standsInTray(ink, ground));
+    EXPECT_TRUE(item().isShown());
+    item().setImage(icon(false));
+    EXPECT_TRUE(standsInTray(ground, ground)) << "the middle is empty now";
+    item().setImage(icon());
+    EXPECT_TRUE(standsInTray(ink, ground));
+    tray_.reset();
+    EXPECT_TRUE(waitUntil([this] { return !item().isShown() && !Tray::icon(x()); }));
+    EXPECT_EQ(item().frame(), std::nullopt);
+  }
+}
+
+TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
+  startTray(darkGround);
+  startDesktop();
+  std::vector<bool> hovers;
+  dynamic_cast<x11::X11StatusItem&>(item()).setHoverHandler([&](bool isOver) { hovers.push_back(isOver); });
+  std::vector<platform::Event> inside, outside;
+  const auto buttons =
+      platform::maskOf(platform::EventType::leftMouseDown) | platform::maskOf(platform::EventType::rightMouseDown);
+  const auto local = platform_->eventMonitors().addLocalMonitor(buttons, [&](const platform::Event& event) {
+    inside.push_back(event);
+    return std::optional(event);
+  });
+  const auto global = platform_->eventMonitors().addGlobalMonitor(
+      buttons, [&](const platform::Event& event) { outside.push_back(event); });
+  ASSERT_TRUE(standsInTray(light, darkGround));
+
+  const Point spot = center(*item().frame()), elsewhere{600, 500};
+  click(spot);
+  EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 1 && inside.size() == 1; }));
+  runTool({"xdotool", "click", "3"});
+  EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 2 && inside.size() == 2; }));
+  EXPECT_EQ(clicks_, std::vector(2, std::optional(spot)));
+  runTool({"xdotool", "click", "2"});
+  click(elsewhere);
+  EXPECT_TRUE(waitUntil([&] { return outside.size() == 1 && !hovers.empty() && !hovers.back(); }));
+  EXPECT_TRUE(hovers.front());
+
+  // A button that goes down on the icon and up elsewhere is no click.
+  const auto move = [this](Point to) {
+    runTool({"xdotool", "mousemove", std::to_string(int(to.x)), std::to_string(int(to.y))});
+  };
+  move(spot);
+  runTool({"xdotool", "mousedown", "1"});
+  EXPECT_TRUE(waitUntil([&] { return inside.size() == 3; }));
+  move(elsewhere);
+  runTool({"xdotool", "mouseup", "1"});
+  // A menu of another program keeps buttons from everybody else.
+  auto grab = own(xcb_grab_pointer_reply(
+      x().get(),
+      xcb_grab_pointer(x().get(), 1, x().root(), XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                       XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+      nullptr));
+  ASSERT_EQ(grab->status, XCB_GRAB_STATUS_SUCCESS);
+  runTool({"xdotool", "click", "3"});
+  EXPECT_TRUE(waitUntil([&] { return outside.size() == 2; }));
+  EXPECT_EQ(clicks_.size(), 2u);
+
+  using platform::EventType;
+  const auto types = [](const std::vector<platform::Event>& events) {
+    std::vector<std::pair<EventType, Point>> list;
+    for (const auto& event : events) list.emplace_back(event.type, event.location);
+    return list;
+  };
+  EXPECT_EQ(types(inside), (std::vector<std::pair<EventType, Point>>{{EventType::leftMouseDown, spot},
+                                                                     {EventType::rightMouseDown, spot},
+                                                                     {EventType::leftMouseDown, spot}}));
+  EXPECT_EQ(types(outside), (std::vector<std::pair<EventType, Point>>{{EventType::leftMouseDown, elsewhere},
+                                                                      {EventType::rightMouseDown, elsewhere}}));
+}
+
+TEST_F(StatusItem, PrefersAHostOfNotifiersToTheTrayWhileThereIsOne) {
+  startBus();
+  startTray(darkGround);
+  startHost(false);
+  startDesktop();
+  EXPECT_TRUE(standsInTray(light, darkGround)) << "a watcher without a host shows nothing";
+  EXPECT_TRUE(host_->hasItem());
+  host_->setHost(true);
+  EXPECT_TRUE(waitUntil([this] { return !Tray::icon(x()); }));
+  EXPECT_TRUE(item().isShown());
+  EXPECT_EQ(item().frame(), std::nullopt);
+  EXPECT_TRUE(host_->click(300, 200, "Activate"));
+  EXPECT_TRUE(host_->click(0, 0, "ContextMenu"));
+  EXPECT_TRUE(host_->click(7, 8, "SecondaryActivate"));
+  EXPECT_TRUE(waitUntil([this] { return clicks_.size() == 3; }));
+  EXPECT_EQ(clicks_, (std::vector<std::optional<Point>>{Point{300, 200}, std::nullopt, Point{7, 8}}));
+
+  host_->setHost(false);
+  EXPECT_TRUE(standsInTray(light, darkGround));
+  startHost();
+  EXPECT_TRUE(waitUntil([this] { return host_->hasItem() && !Tray::icon(x()); })) << "a watcher that began anew";
+  host_.reset();
+  EXPECT_TRUE(standsInTray(light, darkGround));
+  tray_.reset();
+  EXPECT_TRUE(waitUntil([this] { return !item().isShown(); }));
+  startHost();
+  EXPECT_TRUE(waitUntil([this] { return item().isShown(); }));
+  endBus();
+  EXPECT_TRUE(waitUntil([this] { return !item().isShown(); }));
+}
+
+class Looks : public platform::SystemAppearance {
+ public:
+  bool isDark() const override { return isDark_; }
+  std::optional<platform::Color> accentColor() const override { return std::nullopt; }
+  platform::Token observe(std::function<void()> observer) override { return observers_.add(std::move(observer)); }
+  void setDark(bool isDark) {
+    isDark_ = isDark;
+    observers_.forEach([](const auto& observer) { observer(); });
+  }
+
+ private:
+  bool isDark_ = false;
+  platform::HandlerList<void()> observers_;
+};
+
+TEST_F(StatusItem, NotifierTellsItsLook) {
+  startBus();
+  setenv("DBUS_SESSION_BUS_ADDRESS", environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(), 1);
+  session::MainQueue queue;
+  session::DbusSession session(queue);
+  Looks looks;
+  session::StatusNotifierItem notifier(session, looks, {});
+  startHost();
+  EXPECT_FALSE(waitUntil([this] { return host_->hasItem(); }, 100ms)) << "there is nothing to show";
+  notifier.setImage(icon());
+  notifier.setToolTip("Focus & <calm>");
+  ASSERT_TRUE(waitUntil([&] { return notifier.hosting() == session::StatusNotifierItem::Hosting::present; }));
+
+  const auto textOf = [this](const char* name) {
+    const auto value = host_->property(name);
+    return value ? value.print() : "nothing";
+  };
+  EXPECT_EQ(textOf("Category"), "'ApplicationStatus'");
+  EXPECT_EQ(textOf("Status"), "'Active'");
+  EXPECT_EQ(textOf("Id"), "'hushpane'");
+  EXPECT_EQ(textOf("ItemIsMenu"), "false");
+  EXPECT_EQ(host_->toolTip(), "Focus & <calm>");
+  for (const int side : {16, 22, 24, 32, 44, 48, 64}) {
+    SCOPED_TRACE(side);
+    const auto picture = host_->picture(side);
+    ASSERT_EQ(picture.size(), static_cast<std::size_t>(side * side));
+    EXPECT_EQ(picture[static_cast<std::size_t>(side / 2 * side + side / 2)], 0xff242424u);
+    EXPECT_EQ(picture[0] >> 24, 0u);
+  }
+
+  looks.setDark(true);
+  EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 1; }));
+  EXPECT_EQ(host_->picture(22)[22 * 11 + 11], 0xffffffffu);
+  notifier.setImage({{20, 20}, [](platform::Canvas& canvas) {
+                       canvas.fill(platform::rectanglePath({0, 0, 20, 20}), platform::Color{0, 0, 0, 0.5});
+                     }});
+  EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 2; }));
+  EXPECT_EQ(host_->picture(22)[22 * 11 + 11] | 0x01000000u, 0x81ffffffu) << "colours are not faded by the alpha";
+  notifier.setToolTip("Standard");
+  EXPECT_TRUE(waitUntil([this] { return host_->signals("NewToolTip") == 1; }));
+  EXPECT_EQ(host_->toolTip(), "Standard");
+}
+
+TEST_F(StatusItem, BarsLeaveTheVisibleFrame) {
+  plugInRightMonitor();
+  startTray(darkGround);
+  startDesktop();
+  const ClientWindow shelf(x(), {{1120, 0, 50, 1080}, {0x404040}, "_NET_WM_WINDOW_TYPE_DOCK"});
+  x().setNumbers(shelf.window(), "_NET_WM_STRUT_PARTIAL", "CARDINAL", {1170, 0, 0, 0, 0, 1079, 0, 0, 0, 0, 0, 0});
+  auto& screens = platform_->screens();
+  ASSERT_TRUE(waitUntil([&] { return screens.screens().size() == 2; }));
+  const double height = 1080 - Tray::height;
+  const auto left = [&] { return screens.visibleFrame(screens.screens()[0]); };
+  const auto right = [&] { return screens.visibleFrame(screens.screens()[1]); };
+  EXPECT_TRUE(waitUntil([&] { return left() == Rect{0, 0, 1120, height}; })) << left().width << 'x' << left().height;
+  EXPECT_EQ(right(), (Rect{1170, 0, 750, height}));
+  xcb_unmap_window(x().get(), shelf.window());
+  x().sync();
+  EXPECT_TRUE(waitUntil([&] { return right() == Rect{1120, 0, 800, height}; }));
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests
