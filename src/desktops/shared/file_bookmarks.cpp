@@ -65,6 +65,14 @@ std::optional<Bookmark> decode(const platform::Data& bytes) {
   return Bookmark{{number(0), number(1), number(2)}, path};
 }
 
+// Where the bytes are a path, and perhaps the line feed of the program that wrote it.
+std::optional<std::filesystem::path> writtenPath(const platform::Data& bytes) {
+  std::string path(bytes.begin(), bytes.end());
+  if (path.ends_with('\n')) path.pop_back();
+  if (!path.starts_with('/') || path.find('\0') != std::string::npos) return std::nullopt;
+  return path;
+}
+
 struct CloseFolder {
   void operator()(DIR* folder) const { closedir(folder); }
 };
@@ -97,6 +105,7 @@ std::optional<platform::Data> FileBookmarks::create(const std::filesystem::path&
 }
 
 std::optional<platform::ResolvedBookmark> FileBookmarks::resolve(const platform::Data& bookmark) const {
+  if (auto path = writtenPath(bookmark); path && identityOf(*path)) return platform::ResolvedBookmark{*path, true};
   const auto decoded = decode(bookmark);
   if (!decoded) return std::nullopt;
   const auto there = identityOf(decoded->path);

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "platform/platform.h"
+#include "state/stored_keys.h"
+#include "ui/localized.h"
 #include "ui/menu/surface_change.h"
 #include "ui/menu/wallpaper_picker.h"
 #include "ui/menu/wallpaper_slot_view.h"
@@ -25,6 +27,13 @@ Element plus() {
       .foreground(tertiary);
 }
 
+// Where no file can be chosen by the pointer, the tooltip says how else.
+Element withHint(Element slot) {
+  if (platform::Platform::current().openPanel()) return slot;
+  const std::string key(storedKeys::customWallpaperBookmarkData);
+  return slot.tooltip(localized("Choose a picture in the settings file: %@"_key, {key}));
+}
+
 }  // namespace
 
 Element WallpaperChoice::body(Context& context) const {
@@ -43,9 +52,8 @@ Element WallpaperChoice::body(Context& context) const {
                                .content = image ? picture(image) : plus(),
                                .accent = accent};
   if (image) customSlot.onRemove = [view = *this] { view.removeCustom(); };
-  return horizontalStack({}, {defaultSlot, customSlot}).onAppear([defaultWallpaper] {
-    loadDefaultWallpaper(defaultWallpaper);
-  });
+  return horizontalStack({}, {defaultSlot, image ? Element(customSlot) : withHint(customSlot)})
+      .onAppear([defaultWallpaper] { loadDefaultWallpaper(defaultWallpaper); });
 }
 
 void WallpaperChoice::chooseSource(WallpaperSource source) const {

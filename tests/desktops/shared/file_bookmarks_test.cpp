@@ -36,6 +36,17 @@ TEST(FileBookmarks, FindAFileByWhatItIsBeforeWhereItWas) {
   EXPECT_EQ(found(*bookmark), "nothing");
 }
 
+TEST(FileBookmarks, MayBePathsThatPeopleWrote) {
+  const TemporaryFolder folder;
+  writeFile(folder / "a b.png", "");
+  const auto written = [](const std::string& text) { return found(platform::Data(text.begin(), text.end())); };
+  const std::string path = (folder / "a b.png").string();
+  EXPECT_EQ(written(path), "a b.png, stale");
+  EXPECT_EQ(written(path + "\n"), "a b.png, stale");
+  for (const std::string& other : {path + "x", path.substr(1), path + '\0', folder.path().string(), std::string("/")})
+    EXPECT_EQ(written(other), "nothing") << other;
+}
+
 TEST(FileBookmarks, AreMadeOfRegularFilesOnly) {
   const TemporaryFolder folder;
   const FileBookmarks bookmarks;

@@ -207,12 +207,19 @@ TEST_F(SurfaceControlsCardTest, ACancelledOrFailedChoiceChangesNothing) {
   panel().choose(folder / "gone.png");
   page.advance(0.1);
   EXPECT_EQ(panel().openings(), 2);
+  EXPECT_EQ(page.host().tooltip(customSlot), std::nullopt);
   desktop->setOpenPanelAbsent(true);
   page.click(customSlot);
   page.advance(0.1);
   EXPECT_FALSE(hasBookmark());
   EXPECT_EQ(stored(storedKeys::ambientWallpaperSource), platform::Value("absent"));
   EXPECT_EQ(announcements, 0);
+}
+
+TEST_F(SurfaceControlsCardTest, TheEmptySlotNamesTheSettingWhereNoFileCanBeChosen) {
+  desktop->setOpenPanelAbsent(true);
+  const std::string key(storedKeys::customWallpaperBookmarkData);
+  EXPECT_EQ(wallpaperCard(VeilMode::focus).host().tooltip(customSlot), "Choose a picture in the settings file: " + key);
 }
 
 TEST_F(SurfaceControlsCardTest, AChoiceOutlivesTheCardThatAskedForIt) {
