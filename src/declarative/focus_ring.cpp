@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "declarative/scrolling.h"
+
 namespace hushpane::declarative {
 
 using platform::Rect;
@@ -47,7 +49,8 @@ Rect onPage(const Node& node) {
 // What is seen of the page where the node is.
 Rect viewAround(const Node& node, Rect view) {
   for (const Node* around = node.parent; around; around = around->parent)
-    if (std::holds_alternative<kinds::Scrolling>(around->kind)) view = view.intersection(onPage(*around));
+    if (std::holds_alternative<kinds::Scrolling>(around->kind) && scrollRange(*around) > 0)
+      view = view.intersection(viewOf(onPage(*around)));
   return view;
 }
 
@@ -60,15 +63,16 @@ std::optional<Drawing> focusRing(const Node& node, platform::Size page, double s
   frame = {whole(frame.x), whole(frame.y), frame.width, frame.height};
   const Rect view = viewAround(*outlined, {0, 0, page.width, page.height});
   if (frame.intersection(view).area() <= 0) return std::nullopt;
+  const Rect ringView = grown(view, gap + ringWidth);
   const Rect line = grown(frame, reach).intersection({1, 1, page.width - ringWidth, page.height - ringWidth});
   if (auto* rounded = std::get_if<RoundedRectangle>(&shape))
     rounded->radius = rounded->radius * ownMapping(*outlined).scaleY + reach;
   const Rect extent = grown(line, ringWidth / 2);
   const auto color = node.environment.accent.in(node.environment.appearance);
   Drawing ring{StrokedPath{pathOf(shape, line), color, {.width = ringWidth, .roundEnds = false}}, line, extent, {}};
-  const Rect seen = extent.intersection(view);
+  const Rect seen = extent.intersection(ringView);
   if (seen == extent) return ring;
-  return Drawing{Clipping{platform::rectanglePath(view)}, line, seen, {std::move(ring)}};
+  return Drawing{Clipping{platform::rectanglePath(ringView)}, line, seen, {std::move(ring)}};
 }
 
 }  // namespace hushpane::declarative

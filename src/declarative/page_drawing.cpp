@@ -262,10 +262,8 @@ void PageDrawing::add(const Node& node, const kinds::Scrolling&, const Mapping& 
   if (scrollRange(node) == 0) return addChildren(node, mapping, rests, drawings);
   Drawings children;
   addChildren(node, mapping, rests, children);
-  // Beside it there is room for shadows.
-  constexpr double room = 40;
   const Rect frame = frameOf(node, mapping, rests);
-  const Rect seen{frame.x - room, frame.y, frame.width + 2 * room, frame.height};
+  const Rect seen = viewOf(frame);
   const Rect extent = extentOf(children).intersection(seen);
   drawings.push_back({Clipping{platform::rectanglePath(seen)}, frame, extent, std::move(children)});
   addScrollBar(node, mapping, drawings);

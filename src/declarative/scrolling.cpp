@@ -21,6 +21,11 @@ double scrollRange(const Node& viewport) {
   return range > roundingError ? range : 0;
 }
 
+platform::Rect viewOf(const platform::Rect& frame) {
+  constexpr double room = 40;
+  return {frame.x - room, frame.y, frame.width + 2 * room, frame.height};
+}
+
 bool scrollBy(Node& viewport, double delta) {
   const double offset = std::clamp(viewport.scrollOffset + delta, 0.0, scrollRange(viewport));
   return std::exchange(viewport.scrollOffset, offset) != offset;

@@ -80,6 +80,8 @@ TEST_F(PageKeyboard, ARingShowsTheFocusInFrontOfEverythingUntilThePointerIsUsed)
   EXPECT_TRUE(rings().empty());
   EXPECT_FALSE(press(Key::space));
   EXPECT_EQ(walk(1), "b") << "Tab goes on from what was pressed";
+  host->pointerDown({2, 2});
+  EXPECT_TRUE(rings().empty()) << "after a press beside everything, too";
 }
 
 TEST_F(PageKeyboard, AGroupIsOneStopInWhichArrowsChoose) {

@@ -173,6 +173,7 @@ TEST_F(PageState, WhatClosuresKeepOutlivesTheHost) {
     state->set(1);
   });
   EXPECT_FALSE(model.isObserved());
+  EXPECT_FALSE(clock.isRunning());
   updates->withAnimation(easeOut(1), [&] { state->set(2); });
   EXPECT_EQ(state->get(), 2);
   queue.advance(3);
