@@ -5,6 +5,7 @@
 #include "desktops/x11/x11_platform.h"
 #include "platform/handler_list.h"
 #include "platform/path.h"
+#include "tests/x11/plain_tray.h"
 #include "tests/x11/session.h"
 #include "tests/x11/status_notifier_host.h"
 #include "tests/x11/tray.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr Pixel darkGround{0x202830}, lightGround{0xe0e4e8};
 constexpr Pixel light{0xffffff}, dark{0x242424};
 
-// A bar across the middle, or a frame around it.
+// A block, or only its upper part.
 platform::TemplateImage icon(bool isFilled = true) {
   return {{20, 20}, [isFilled](platform::Canvas& canvas) {
             canvas.fill(platform::rectanglePath({2, 4, 16, 3}), platform::black);
@@ -154,6 +155,27 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
                                                                      {EventType::leftMouseDown, spot}}));
   EXPECT_EQ(types(outside), (std::vector<std::pair<EventType, Point>>{{EventType::leftMouseDown, elsewhere},
                                                                       {EventType::rightMouseDown, elsewhere}}));
+}
+
+TEST_F(StatusItem, FollowsSizeAndColorsOfATrayWithoutTransparency) {
+  startDesktop();
+  for (const auto& [ground, ink] : {std::pair{darkGround, light}, std::pair{lightGround, dark}}) {
+    SCOPED_TRACE(ground);
+    PlainTray tray(display(), ground);
+    ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+    EXPECT_TRUE(standsInTray(ink, ground));
+    tray.resizeIcon(50);
+    EXPECT_TRUE(waitUntil([this] { return item().frame() == Rect{210, 305, 50, 50}; }));
+    EXPECT_TRUE(standsInTray(ink, ground));
+    const auto isInk = [&](int column, int row) { return isNear(x().pixel({210.0 + column, 305.0 + row}), ink); };
+    EXPECT_TRUE(waitUntil([&] {
+      return isInk(5, 10) && isInk(44, 39) && !isInk(4, 10) && !isInk(45, 39) && !isInk(5, 9);
+    })) << "drawn at that size, not enlarged";
+    constexpr std::uint32_t full = 0xffff;
+    tray.setColors({full, 0, full / 3, 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_TRUE(standsInTray({0xff0055}, ground));
+  }
+  EXPECT_TRUE(waitUntil([this] { return !item().isShown() && !Tray::icon(x()); }));
 }
 
 TEST_F(StatusItem, PrefersAHostOfNotifiersToTheTrayWhileThereIsOne) {
