@@ -106,7 +106,7 @@ TEST_F(PellSegmentedPickerTest, ArrowsChooseTheNeighbour) {
   };
   press(platform::Key::tab);
   EXPECT_EQ(page.strokes().size(), 1u);
-  EXPECT_TRUE(hasSize(page.strokes()[0], 68, 26)) << "around the selected item";
+  EXPECT_TRUE(hasSize(page.strokes()[0], 68, 24)) << "around the selected item, inside the page";
   press(platform::Key::right);
   press(platform::Key::right);
   press(platform::Key::left);
