@@ -66,6 +66,10 @@ void StateController::setUserMode(VeilMode mode) {
   publishMode();
 }
 
+void StateController::clearReviewRequestAfter(double seconds) {
+  reviewClearing_ = platform_.mainQueue().after(seconds, lifetime_.weak([this] { clearReviewRequest(); }));
+}
+
 void StateController::applyRenderedState(bool immediate, std::optional<double> fadeOutDuration) {
   overlayManager_.apply(renderedState(), immediate, fadeOutDuration);
 }

@@ -32,6 +32,7 @@ class StateController : public ObservableObject {
   // Raised by mode switches, lowered by the application shell.
   bool pendingReviewRequest() const { return pendingReviewRequest_; }
   void clearReviewRequest() { pendingReviewRequest_ = false; }
+  void clearReviewRequestAfter(double seconds);
 
   // The user chose a mode: stores it as the last user mode, assigns it and counts a switch, also when it is in force
   // already. Reveal is never chosen.
@@ -66,6 +67,7 @@ class StateController : public ObservableObject {
   OverlayManager overlayManager_;
   RevealKeyMonitor revealMonitor_;
   bool pendingReviewRequest_ = false;
+  platform::WorkItem reviewClearing_;
   platform::Token activationObserver_;
   platform::Token displayObserver_;
   platform::Token widgetObserver_;

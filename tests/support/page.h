@@ -87,7 +87,9 @@ class Page {
   Page(sim::SimPlatform& desktop, declarative::Element page, declarative::Environment environment = {},
        std::optional<double> width = std::nullopt)
       : desktop_(desktop),
-        host_({desktop.mainQueue(), desktop.frameClock(), texts_}, std::move(page), std::move(environment), {}) {
+        host_({desktop.mainQueue(), desktop.frameClock(), texts_,
+               [this](const declarative::MenuRequest& request) { openedMenu_ = request.entries; }},
+              std::move(page), std::move(environment), {}) {
     host_.setProposal({width, std::nullopt});
     desktop_.drain();
   }
@@ -151,6 +153,9 @@ class Page {
   }
   void click(const char* label) { click(text(label).center()); }
 
+  // What the menu holds that was opened last.
+  const std::vector<declarative::MenuEntry>& openedMenu() const { return openedMenu_; }
+
   void advance(double seconds) { desktop_.advance(seconds); }
   // Something may still be moving.
   bool isMoving() { return desktop_.frameClock().isRunning(); }
@@ -158,6 +163,7 @@ class Page {
  private:
   sim::SimPlatform& desktop_;
   desktops::PangoTextEngine texts_;
+  std::vector<declarative::MenuEntry> openedMenu_;
   declarative::Host host_;
 };
 
