@@ -6,9 +6,11 @@
 
 #include "declarative/element.h"
 #include "declarative/symbol.h"
+#include "input/shortcut_registry.h"
 #include "localization/localization_key.h"
 #include "state/preferences_store.h"
 #include "state/raw_text.h"
+#include "state/state_controller.h"
 #include "state/surface_settings.h"
 #include "ui/controls/back_button.h"
 #include "ui/controls/pell_segmented_picker.h"
@@ -17,8 +19,10 @@
 #include "ui/controls/sub_option_toggle_style.h"
 #include "ui/global_accent.h"
 #include "ui/menu/menu_bar_hint_view.h"
+#include "ui/menu/menu_root_view.h"
 #include "ui/menu/mode_pod_view.h"
 #include "ui/menu/surface_controls_card.h"
+#include "ui/preferences/preferences_view.h"
 #include "ui/welcome/welcome_view.h"
 
 namespace hushpane {
@@ -192,6 +196,80 @@ Views card(platform::Platform& platform) {
   return views;
 }
 
+struct MenuState {
+  const char* caption;
+  CardState card;
+  bool isRevealHeld = false;
+  std::optional<Point> pointer = {};
+};
+
+constexpr Point quitRow{180, 199};  // of the page in standard mode
+
+constexpr std::array menuStates{
+    MenuState{"standard", {"", VeilMode::standard, "blur"}},
+    MenuState{"standard, quit hovered", {"", VeilMode::standard, "blur"}, false, quitRow},
+    MenuState{"clean desktop", {"", VeilMode::cleanDesktop, "blur", "balanced", true}},
+    MenuState{"focus, with a picture", {"", VeilMode::focus, "wallpaper"}},
+    MenuState{"focus, reveal key held", {"", VeilMode::focus, "dim"}, true},
+};
+
+Views menu(platform::Platform& platform) {
+  Views views;
+  for (const MenuState& menu : menuStates)
+    views.push_back({menu.caption,
+                     [&platform, &menu] {
+                       store(menu.card, platform);
+                       auto& state = StateController::shared();
+                       state.setMode(menu.card.mode);
+                       const auto& reveal = state.revealMonitor();
+                       if (const auto& change = menu.isRevealHeld ? reveal.onPressed : reveal.onReleased) change();
+                       return Element(MenuRootView{state, PreferencesStore::shared(), [] {}});
+                     },
+                     menu.pointer});
+  return views;
+}
+
+struct PreferencesState {
+  const char* caption;
+  bool appliesToAllDisplays = true;
+  bool hasShortcuts = true;
+  bool isShakeEnabled = false;
+  RevealModifier revealModifier = RevealModifier::option;
+  std::optional<Point> pointer = {};
+};
+
+constexpr std::array preferencesStates{
+    PreferencesState{"as delivered"},
+    PreferencesState{.caption = "displays one by one", .appliesToAllDisplays = false},
+    PreferencesState{.caption = "without shortcuts, back hovered",
+                     .hasShortcuts = false,
+                     .isShakeEnabled = true,
+                     .revealModifier = RevealModifier::command,
+                     .pointer = Point{23, 23}},
+};
+
+void store(const PreferencesState& state) {
+  auto& prefs = PreferencesStore::shared();
+  prefs.applyToAllDisplays = state.appliesToAllDisplays;
+  prefs.mouseShakeEnabled = state.isShakeEnabled;
+  prefs.revealModifierRaw = std::string(rawValue(state.revealModifier));
+  auto shortcuts = defaultShortcuts();
+  for (auto& shortcut : shortcuts) shortcut.enabled = state.hasShortcuts;
+  ShortcutRegistry::shared().setShortcuts(std::move(shortcuts));
+}
+
+Views preferences(platform::Platform&) {
+  Views views;
+  for (const PreferencesState& state : preferencesStates)
+    views.push_back({state.caption,
+                     [&state] {
+                       store(state);
+                       return Element(PreferencesView{PreferencesStore::shared()});
+                     },
+                     state.pointer});
+  return views;
+}
+
 Views welcome(platform::Platform&) {
   const auto page = [] { return Element(WelcomeView{[] {}, globalAccent}); };
   return {{.caption = "at first", .make = page, .seconds = 0.5}, {.caption = "out of breath", .make = page}};
@@ -207,12 +285,15 @@ Views hint(platform::Platform&) {
 }  // namespace
 
 std::optional<Views> sheetViews(platform::Platform& platform, std::string_view sheet) {
-  constexpr std::array<std::pair<std::string_view, Views (*)(platform::Platform&)>, 6> sheets{{{"symbols", symbols},
-                                                                                               {"controls", controls},
-                                                                                               {"pods", pods},
-                                                                                               {"card", card},
-                                                                                               {"welcome", welcome},
-                                                                                               {"hint", hint}}};
+  using MakeViews = Views (*)(platform::Platform&);
+  constexpr std::array<std::pair<std::string_view, MakeViews>, 8> sheets{{{"symbols", symbols},
+                                                                          {"controls", controls},
+                                                                          {"pods", pods},
+                                                                          {"card", card},
+                                                                          {"menu", menu},
+                                                                          {"preferences", preferences},
+                                                                          {"welcome", welcome},
+                                                                          {"hint", hint}}};
   for (const auto& [name, views] : sheets)
     if (name == sheet) return views(platform);
   return std::nullopt;

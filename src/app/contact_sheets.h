@@ -7,8 +7,8 @@
 
 namespace hushpane {
 
-// The sheets "symbols", "controls", "pods", "card", "welcome" and "hint": every control and view in every state. Leaves
-// the settings of the cover and the language as the last view had them.
+// The sheets "symbols", "controls", "pods", "card", "menu", "preferences", "welcome" and "hint": every control, view
+// and page in every state. Leaves the mode, the settings and the language as the last view had them.
 std::unique_ptr<platform::ContactSheet> openContactSheet(platform::Platform& platform,
                                                          const platform::ContactSheetRequest& request);
 

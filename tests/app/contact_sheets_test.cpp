@@ -33,7 +33,7 @@ class ContactSheets : public tests::SimulatedProgram {};
 TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
   launch();
   for (const char* language : {"en", "de", "fr", "ja", "ar", "he"})
-    for (const char* name : {"controls", "pods", "card", "welcome", "hint"}) {
+    for (const char* name : {"controls", "pods", "card", "menu", "preferences", "welcome", "hint"}) {
       SCOPED_TRACE(std::string(name) + " in " + language);
       const auto sheet = openContactSheet(*desktop, {name, language, false});
       ASSERT_TRUE(sheet);
