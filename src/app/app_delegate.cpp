@@ -4,6 +4,7 @@
 
 #include "app/mode_url.h"
 #include "input/shortcut_registry.h"
+#include "state/corvane_updater.h"
 #include "state/preferences_store.h"
 #include "state/state_controller.h"
 
@@ -14,6 +15,7 @@ AppDelegate::AppDelegate(platform::Platform& platform, AppRouter& router)
 
 void AppDelegate::applicationDidFinishLaunching() {
   platform_.application().setActivationPolicy(platform::ActivationPolicy::accessory);
+  CorvaneUpdater::shared();
   auto& state = StateController::shared();
   state.revealMonitor().modifier = revealModifierFrom(PreferencesStore::shared().revealModifierRaw.get());
   ShortcutRegistry::shared().start();

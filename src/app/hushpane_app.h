@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/app_delegate.h"
+#include "app/menu_bar_item.h"
+#include "app/panel_controller.h"
 #include "platform/platform.h"
 
 namespace hushpane {
@@ -15,6 +17,8 @@ class HushpaneApp {
 
  private:
   AppDelegate appDelegate_;
+  MenuBarItem menuBarItem_;
+  PanelController panel_;
 };
 
 }  // namespace hushpane

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/page_window.h"
+#include "platform/platform.h"
+
+namespace hushpane {
+
+// Shows what a page says of the place where the pointer has rested for a while; until the pointer is elsewhere.
+class TooltipController {
+ public:
+  static constexpr double pause = 0.6;  // seconds
+
+  explicit TooltipController(platform::Platform& platform) : platform_(platform) {}
+
+  void pointerMoved(PageWindow& window);
+  void hide();
+
+ private:
+  void show(const std::string& text);
+
+  platform::Platform& platform_;
+  std::optional<std::string> text_;  // shown, or to be shown
+  platform::WorkItem waiting_;
+  std::unique_ptr<PageWindow> tooltip_;
+};
+
+}  // namespace hushpane
