@@ -142,8 +142,9 @@ void EventMonitors::handleRawKey(xcb_keycode_t keycode) {
 }
 
 void EventMonitors::handleMotion(const xcb_input_raw_motion_event_t& motion) {
-  const platform::Event event{
-      .type = EventType::mouseMoved, .modifierFlags = modifiers_.flags(), .deltaX = motion_.step(motion).value_or(0)};
+  const platform::Event event{.type = EventType::mouseMoved,
+                              .modifierFlags = modifiers_.flags(),
+                              .deltaX = motion_.step(motion).value_or(0) / screens_.scale()};
   global_.forEach([&event](const auto& handler) { handler(event); });
 }
 

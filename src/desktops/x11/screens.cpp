@@ -6,8 +6,10 @@
 #include <cmath>
 #include <span>
 #include <string>
+#include <tuple>
 #include <utility>
 
+#include "desktops/x11/desktop_scale.h"
 #include "desktops/x11/display_id.h"
 #include "desktops/x11/struts.h"
 #include "desktops/x11/xcb_handle.h"
@@ -18,7 +20,8 @@ namespace {
 
 // A change of the arrangement comes as several events.
 constexpr double secondsPerBatch = 0.02;
-constexpr std::uint32_t longestEdid = 64;  // words; the base block and one extension
+constexpr std::uint32_t longestEdid = 64;            // words; the base block and one extension
+constexpr std::uint32_t longestResources = 1 << 16;  // words
 
 struct Monitor {
   PixelRect bounds;
@@ -86,6 +89,15 @@ Monitor wholeRoot(Connection& connection) {
   return monitor;
 }
 
+double readScale(Connection& connection) {
+  const auto cookie = xcb_get_property(connection.get(), 0, connection.root(), XCB_ATOM_RESOURCE_MANAGER,
+                                       XCB_ATOM_STRING, 0, longestResources);
+  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(), cookie, nullptr));
+  if (!reply || reply->format != 8) return 1;
+  return scaleIn({static_cast<const char*>(xcb_get_property_value(reply.get())),
+                  static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))});
+}
+
 platform::DisplayId idOf(const Monitor& monitor) {
   return displayIdOf(monitor.connector.empty() ? monitor.name : monitor.connector, monitor.edid);
 }
@@ -104,7 +116,7 @@ Screens::Screens(Connection& connection, platform::MainQueue& queue, platform::N
         connection_.get(), connection_.root(),
         XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
   }
-  connection_.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+  connection_.selectRootEvents(XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   read();
 }
@@ -118,16 +130,20 @@ void Screens::handle(const xcb_generic_event_t& event) {
   if (type == XCB_CONFIGURE_NOTIFY &&
       reinterpret_cast<const xcb_configure_notify_event_t&>(event).window == connection_.root())
     changed();
+  if (type == XCB_PROPERTY_NOTIFY) {
+    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+    if (property.window == connection_.root() && property.atom == XCB_ATOM_RESOURCE_MANAGER) changed();
+  }
 }
 
 void Screens::changed() {
   if (pending_) return;
   pending_ = queue_.after(secondsPerBatch, [this] {
     pending_.reset();
-    const auto before = std::pair(screens_, std::pair(origin_.x, origin_.y));
+    const auto state = [this] { return std::tuple(screens_, origin_.x, origin_.y, scale_); };
+    const auto before = state();
     read();
-    if (before != std::pair(screens_, std::pair(origin_.x, origin_.y)))
-      center_.post(platform::notification::screenParametersDidChange);
+    if (before != state()) center_.post(platform::notification::screenParametersDidChange);
   });
 }
 
@@ -137,9 +153,10 @@ void Screens::read() {
   std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& monitor) { return monitor.isPrimary; });
   const auto& main = monitors.front().bounds;
   origin_ = {static_cast<std::int16_t>(main.x), static_cast<std::int16_t>(main.y)};
+  scale_ = readScale(connection_);
   screens_.clear();
   for (const auto& monitor : monitors)
-    screens_.push_back({toPoints(monitor.bounds), idOf(monitor), localizedNameOf(monitor), 1});
+    screens_.push_back({toPoints(monitor.bounds), idOf(monitor), localizedNameOf(monitor), scale_});
 }
 
 platform::Rect Screens::visibleFrame(const platform::Screen& screen) const {
@@ -147,15 +164,14 @@ platform::Rect Screens::visibleFrame(const platform::Screen& screen) const {
 }
 
 PixelRect Screens::toPixels(const platform::Rect& points) const {
-  const auto left = static_cast<int>(std::lround(points.x));
-  const auto top = static_cast<int>(std::lround(points.y));
-  return {left + origin_.x, top + origin_.y, static_cast<int>(std::lround(points.right())) - left,
-          static_cast<int>(std::lround(points.bottom())) - top};
+  const auto pixels = [this](double length) { return static_cast<int>(std::lround(length * scale_)); };
+  const int left = pixels(points.x), top = pixels(points.y);
+  return {left + origin_.x, top + origin_.y, pixels(points.right()) - left, pixels(points.bottom()) - top};
 }
 
 platform::Rect Screens::toPoints(const PixelRect& pixels) const {
-  return {static_cast<double>(pixels.x - origin_.x), static_cast<double>(pixels.y - origin_.y),
-          static_cast<double>(pixels.width), static_cast<double>(pixels.height)};
+  return {(pixels.x - origin_.x) / scale_, (pixels.y - origin_.y) / scale_, pixels.width / scale_,
+          pixels.height / scale_};
 }
 
 }  // namespace hushpane::x11

@@ -10,7 +10,8 @@
 
 namespace hushpane::x11 {
 
-// The RandR monitors. A point is a pixel, counted from the top left of the main monitor.
+// The RandR monitors. Points are counted from the top left of the main monitor; how many pixels they have is one scale
+// for all, which the desktop sets (desktop_scale.h) and may change.
 class Screens : public platform::Screens {
  public:
   Screens(Connection& connection, platform::MainQueue& queue, platform::NotificationCenter& center);
@@ -18,6 +19,8 @@ class Screens : public platform::Screens {
   const std::vector<platform::Screen>& screens() const override { return screens_; }
   platform::Rect visibleFrame(const platform::Screen& screen) const override;
 
+  // Pixels per point.
+  double scale() const { return scale_; }
   PixelRect toPixels(const platform::Rect& points) const;
   platform::Rect toPoints(const PixelRect& pixels) const;
 
@@ -31,6 +34,7 @@ class Screens : public platform::Screens {
   platform::NotificationCenter& center_;
   std::vector<platform::Screen> screens_;
   xcb_point_t origin_{};
+  double scale_ = 1;
   platform::Token events_;
   platform::WorkItem pending_;
 };

@@ -5,7 +5,7 @@ namespace hushpane::x11 {
 std::optional<std::span<const platform::WindowInfo>> WindowList::onScreenWindows() {
   if (connection_.isBroken()) return std::nullopt;
   const auto& entries = tree_.entries();
-  const auto origin = screens_.toPoints({});
+  const auto origin = screens_.toPoints({0, 0, 1, 1});  // and the scale
   const bool isCurrent =
       revision_ == tree_.revision() && workspaceShown_ == workspace_.currentWorkspace() && origin_ == origin;
   if (!isCurrent) {
