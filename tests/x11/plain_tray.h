@@ -51,6 +51,10 @@ class PlainTray {
     xcb_configure_window(x_.get(), icon_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, sides);
     x_.sync();
   }
+  void releaseIcon() const {
+    xcb_reparent_window(x_.get(), icon_, x_.root(), 0, 0);
+    x_.sync();
+  }
   // The tray of another look.
   void setColors(const std::vector<std::uint32_t>& colors) const {
     x_.setNumbers(window_, "_NET_SYSTEM_TRAY_COLORS", "CARDINAL", colors);
