@@ -83,8 +83,9 @@ TEST_F(UpdateChoiceTest, RefusesHostileFeedsWhole) {
   ASSERT_EQ(chooseRaw(good), "newer\t1.3.0\thttps://example.org/1.3.0\n");
   std::string many;
   for (int number = 0; number < 1001; ++number) many += "<item/>";
-  std::string deep = "<a>";
-  for (int level = 0; level < 30; ++level) deep = "<a>" + deep;
+  std::string deep;
+  for (int level = 0; level < 30; ++level) deep = "<a>" + deep + "</a>";
+  deep += item(entry("1.3.0"));
   for (const std::string& hostile : std::vector<std::string>{
            "", "not a feed", "{\"version\": \"9.0.0\"}", std::string(100, '\0'), "<html><body/></html>", good + good,
            good.substr(0, good.size() - 4), good.substr(0, good.size() / 2), good + std::string(2 << 20, ' '),
