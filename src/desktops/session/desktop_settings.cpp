@@ -18,14 +18,16 @@ bool isTextSetting(const char* schemaId, const char* key) {
   return schema->get_key(key)->get_value_type().equal(Glib::VARIANT_TYPE_STRING);
 }
 
-// The process shares one connection for its settings; by default it ends with it.
+// The process shares one connection for its settings, and by default ends with it. It is held here, lest the settings
+// make another one.
 void outliveSharedBus() {
-  if (!sessionBusAddress()) return;
+  static GDBusConnection* held = nullptr;
+  if (held || !sessionBusAddress()) return;
   const auto joined = [](GObject*, GAsyncResult* result, gpointer) {
     GDBusConnection* connection = g_bus_get_finish(result, nullptr);
-    if (!connection) return;
-    g_dbus_connection_set_exit_on_close(connection, FALSE);
-    g_object_unref(connection);
+    if (connection) g_dbus_connection_set_exit_on_close(connection, FALSE);
+    if (connection && held) g_object_unref(connection);
+    if (!held) held = connection;
   };
   g_bus_get(G_BUS_TYPE_SESSION, nullptr, joined, nullptr);
 }
