@@ -32,6 +32,11 @@ platform::EventMask mouseDown() {
   return maskOf(platform::EventType::leftMouseDown) | maskOf(platform::EventType::rightMouseDown);
 }
 
+Rect onWholePoints(const Rect& rect) {
+  const double x = std::round(rect.x), y = std::round(rect.y);
+  return {x, y, std::round(rect.right()) - x, std::round(rect.bottom()) - y};
+}
+
 // Under every X11 keyboard one of the two is where people expect it.
 bool isQuit(const platform::KeyPress& press) {
   return press.letter == "q" && (press.has(platform::modifier::control) || press.has(platform::modifier::command));
@@ -143,7 +148,7 @@ bool PanelController::keyPressed(const platform::KeyPress& press) {
 
 void PanelController::openList(const declarative::MenuRequest& request) {
   tooltips_.hide();
-  const Rect label = panel_->onDesktop(request.anchor);
+  const Rect label = onWholePoints(panel_->onDesktop(request.anchor));
   const auto entries = request.entries;
   const auto choose = [this, entries](std::size_t index) {
     closeList();

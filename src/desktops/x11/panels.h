@@ -12,9 +12,9 @@ namespace hushpane::x11 {
 class Panels : public platform::Panels {
  public:
   Panels(platform::Animator& animator, Connection& connection, platform::MainQueue& queue, TurnEnd& turnEnd,
-         Render& render, Screens& screens, CompositorWatch& compositor, EventMonitors& monitors)
-      : animator_(animator), keyboard_(connection, queue), services_{connection, queue,      turnEnd,  render,
-                                                                     screens,    compositor, monitors, keyboard_} {}
+         Render& render, Screens& screens, CompositorWatch& compositor, EventMonitors& monitors, WindowTree& tree)
+      : animator_(animator), keyboard_(connection, queue), services_{connection, queue,    turnEnd, render,   screens,
+                                                                     compositor, monitors, tree,    keyboard_} {}
 
   std::unique_ptr<platform::Panel> makePanel(const platform::PanelConfiguration& configuration,
                                              platform::PanelContents& contents) override {

@@ -81,6 +81,7 @@ void X11Panel::open() {
                     XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
                         XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                     values.data());
+  services_.tree.addOwn(window_.get(), bounds_);
   setProperties();
   turns_ = services_.turnEnd.add([this] { show(); });
   compositorChanges_ = services_.compositor.addChangeHandler([this] {
@@ -99,6 +100,7 @@ void X11Panel::close() {
   compositorChanges_.reset();
   turns_.reset();
   services_.keyboard.remove(window_.get());
+  services_.tree.removeOwn(window_.get());
   window_.reset();
   colormap_.reset();
   picture_.release();

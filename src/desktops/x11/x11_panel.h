@@ -11,6 +11,7 @@
 #include "desktops/x11/render.h"
 #include "desktops/x11/screens.h"
 #include "desktops/x11/turn_end.h"
+#include "desktops/x11/window_tree.h"
 #include "platform/lifetime.h"
 #include "platform/panel.h"
 
@@ -25,6 +26,7 @@ struct PanelServices {
   Screens& screens;
   CompositorWatch& compositor;
   EventMonitors& monitors;
+  WindowTree& tree;
   PanelKeyboard& keyboard;
 };
 

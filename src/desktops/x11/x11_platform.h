@@ -152,7 +152,8 @@ class X11Platform : public platform::Platform {
   RootBackground rootBackground_;
   ServerOrderPlacement placement_;
   OverlayStage stage_;
-  Panels panels_{animator_, *connection_, base_->queue, turnEnd_, render_, screens_, compositor_, eventMonitors_};
+  Panels panels_{animator_, *connection_, base_->queue,   turnEnd_, render_,
+                 screens_,  compositor_,  eventMonitors_, tree_};
   session::PortalAppearance appearance_{portal_};
   X11StatusItem statusItem_{*connection_, render_, screens_, eventMonitors_, base_->queue, base_->session, appearance_};
   session::PortalOpenPanel openPanel_{portal_, base_->queue};

@@ -1,0 +1,368 @@
+#include <algorithm>
+
+#include "app/menu_bar_hint_window_controller.h"
+#include "desktops/shared/cairo_canvas.h"
+#include "desktops/sim/shown_texts.h"
+#include "localization/language_manager.h"
+#include "state/app_router.h"
+#include "state/corvane_updater.h"
+#include "support/simulated_program.h"
+
+namespace hushpane::tests {
+namespace {
+
+using platform::Point;
+using platform::Rect;
+using Bar = sim::SimStatusItem::Bar;
+
+constexpr double barHeight = sim::SimStatusItem::barHeight;
+constexpr std::uint16_t escapeKey = 53, tabKey = 48, spaceKey = 49, returnKey = 36, letterQ = 12;
+
+// The panel of the running program, used with a mouse and a keyboard.
+class PanelTest : public SimulatedProgram {
+ protected:
+  void SetUp() override {
+    prepareDesktop();
+    desktop->setStatusBar(Bar::top);
+    store(storedKeys::hasSeenWelcome, true);
+  }
+
+  std::size_t panelCount() { return desktop->panels().shown().size(); }
+  bool shows(const std::string& text) { return sim::findText(desktop->panels(), text).has_value(); }
+  Point icon() {
+    const Rect frame = *desktop->statusItem().frame();
+    return {frame.x + frame.width / 2, frame.y + frame.height / 2};
+  }
+  void click(Point point) {
+    desktop->pointer().click(point);
+    desktop->drain();
+  }
+  // What is shown may still be moving.
+  void settle() { desktop->advance(1); }
+  Point middleOf(const std::string& text) {
+    const auto found = sim::findText(desktop->panels(), text);
+    if (!found) ADD_FAILURE() << "no panel shows " << text;
+    return found ? Point{found->frame.x + found->frame.width / 2, found->frame.y + found->frame.height / 2} : Point{};
+  }
+  void click(const std::string& text) {
+    click(middleOf(text));
+    settle();
+  }
+  void open() {
+    click(icon());
+    settle();
+  }
+  void type(std::uint16_t key, platform::ModifierFlags modifiers = 0) {
+    if (modifiers) desktop->eventMonitors().pressModifier(modifiers);
+    desktop->typeKey(key);
+    if (modifiers) desktop->eventMonitors().releaseModifier(modifiers);
+    desktop->drain();
+  }
+  void relaunchWithIcon() {
+    prepareDesktop();
+    desktop->setStatusBar(Bar::top);
+    launch();
+    open();
+  }
+  // Of the panel in front, without its shadow.
+  Rect outline() {
+    const auto& panel = *desktop->panels().shown().front();
+    const Rect inside = panel.outline().controlBounds();
+    return {panel.frame().x + inside.x, panel.frame().y + inside.y, inside.width, inside.height};
+  }
+};
+
+TEST_F(PanelTest, TheIconFollowsModeAndRevealKey) {
+  launch();
+  const auto& item = desktop->statusItem();
+  // The band at the right end is filled while a cover is on screen.
+  const auto isActive = [&] {
+    platform::Image image{20, 20, std::vector<std::uint32_t>(400)};
+    desktops::CairoCanvas canvas(image, 1);
+    item.image().draw(canvas);
+    return (image.pixels[10 * 20 + 16] >> 24) > 200;
+  };
+  EXPECT_FALSE(isActive());
+  EXPECT_EQ(item.toolTip(), "Hushpane: Standard");
+  state().setMode(VeilMode::focus);
+  desktop->drain();
+  EXPECT_TRUE(isActive());
+  EXPECT_EQ(item.toolTip(), "Hushpane: Focus");
+  desktop->eventMonitors().pressModifier(platform::modifier::option);
+  desktop->advance(1);
+  ASSERT_TRUE(state().isRevealHeld());
+  EXPECT_FALSE(isActive());
+  desktop->eventMonitors().releaseModifier(platform::modifier::option);
+  desktop->drain();
+  EXPECT_TRUE(isActive());
+  LanguageManager::shared().select("de");
+  desktop->drain();
+  EXPECT_EQ(item.toolTip(), "Hushpane: Fokus");
+}
+
+TEST_F(PanelTest, OpensBesideTheIconInsideTheDisplay) {
+  launch();
+  open();
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_EQ(outline().width, 360);
+  EXPECT_GE(outline().y, barHeight) << "beneath the bar";
+  EXPECT_LE(outline().y, barHeight + 12);
+  EXPECT_LE(outline().right(), leftScreen.frame.right());
+  const double top = outline().y;
+  click("Focus");
+  EXPECT_EQ(outline().y, top) << "the card makes it grow downwards";
+  EXPECT_TRUE(shows("Surface"));
+  EXPECT_EQ(state().userMode(), VeilMode::focus);
+  click(icon());
+  EXPECT_EQ(panelCount(), 0u) << "the second click closes";
+  desktop->setStatusBar(Bar::bottom);
+  open();
+  EXPECT_LE(outline().bottom(), leftScreen.frame.bottom() - barHeight) << "above an icon at the bottom";
+  const double bottom = outline().bottom();
+  click("Standard");
+  EXPECT_NEAR(outline().bottom(), bottom, 1) << "it shrinks downwards";
+}
+
+TEST_F(PanelTest, ClosesByEscapeByAClickElsewhereAndWhenAnotherProgramComesToTheFront) {
+  launch();
+  const auto closesBy = [&](const char* what, const std::function<void()>& action) {
+    open();
+    EXPECT_EQ(panelCount(), 1u) << what;
+    action();
+    desktop->drain();
+    EXPECT_EQ(panelCount(), 0u) << what;
+  };
+  closesBy("Escape", [&] { type(escapeKey); });
+  closesBy("click elsewhere", [&] { click(Point{100, 700}); });
+  closesBy("right click elsewhere", [&] {
+    desktop->pointer().moveTo({100, 700});
+    desktop->pointer().pressRightButton();
+  });
+  closesBy("another program", [&] { openApplication("Editor", {100, 100, 300, 300}); });
+  open();
+  click(middleOf("Hold ⌥ Option to Reveal"));
+  EXPECT_EQ(panelCount(), 1u) << "a click on the panel itself";
+  for (int count = 0; count < 200; ++count) {
+    click(icon());
+    desktop->advance(0.05);
+  }
+  EXPECT_EQ(panelCount(), 1u) << "opened and closed by turns";
+}
+
+// Some desktops tell only where the click was, and their bars are other programs.
+TEST_F(PanelTest, AnIconWithoutAPlaceOpensWhereItWasClickedAndClosesWithTheSameClick) {
+  launch();
+  desktop->statusItem().setFrameUntold(true);
+  const Point place{700, 12};
+  const auto clickBar = [&] {
+    desktop->pointer().click(place);
+    desktop->drain();
+    desktop->advance(0.1);
+    desktop->statusItem().click(place);
+    desktop->drain();
+  };
+  clickBar();
+  settle();
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_NEAR(outline().x + outline().width / 2, place.x, 1);
+  clickBar();
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->advance(2);
+  clickBar();
+  EXPECT_EQ(panelCount(), 1u);
+}
+
+TEST_F(PanelTest, WithoutAnIconASecondStartOpensItInTheCornerOfTheBar) {
+  launch();
+  desktop->setStatusBar(Bar::none);
+  desktop->pointer().moveTo({1500, 400});
+  desktop->drain();
+  desktop->application().reopen();
+  desktop->drain();
+  settle();
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_NEAR(outline().right(), rightScreen.frame.right(), 10) << "of the display with the pointer";
+  EXPECT_NEAR(outline().y, 0, 10);
+  type(escapeKey);
+  desktop->screens().setBars(0, 40);
+  desktop->pointer().moveTo({500, 400});
+  desktop->application().reopen();
+  desktop->drain();
+  settle();
+  EXPECT_NEAR(outline().bottom(), 760, 10) << "the bar is at the bottom";
+  EXPECT_NEAR(outline().right(), 1000, 10);
+}
+
+TEST_F(PanelTest, TheKeyboardUsesItAndTheProgramInFrontStaysThere) {
+  launch();
+  const auto window = openApplication("Editor", {100, 100, 300, 300});
+  state().setMode(VeilMode::focus);
+  desktop->drain();
+  open();
+  EXPECT_EQ(desktop->workspace().frontmostApplication()->localizedName, "Editor");
+  EXPECT_TRUE(isDirectlyBeneath(overlay(leftScreen), window)) << "the cover stays where it was";
+  type(escapeKey);
+  open();
+  // The language menu, the settings, the pods.
+  for (int stop = 0; stop < 3; ++stop) type(tabKey);
+  type(spaceKey);
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+  type(tabKey);
+  type(returnKey);
+  EXPECT_EQ(state().userMode(), VeilMode::cleanDesktop);
+  type(tabKey, platform::modifier::shift);
+  type(returnKey);
+  EXPECT_EQ(state().userMode(), VeilMode::standard);
+  EXPECT_EQ(panelCount(), 1u);
+}
+
+TEST_F(PanelTest, EveryOpeningBeginsWithTheMenuPage) {
+  launch();
+  open();
+  EXPECT_TRUE(shows("Quit"));
+  AppRouter::shared().openSettings();
+  settle();
+  EXPECT_TRUE(shows("Launch at login"));
+  EXPECT_FALSE(shows("Quit"));
+  type(escapeKey);
+  EXPECT_FALSE(AppRouter::shared().showingSettings());
+  open();
+  EXPECT_TRUE(shows("Quit"));
+}
+
+TEST_F(PanelTest, TheLanguageListFitsScrollsAndChangesAllTexts) {
+  desktop->screens().set({{{0, 0, 800, 480}, 1, "Small", 1}});
+  launch();
+  open();
+  click("🇬🇧");
+  ASSERT_EQ(panelCount(), 2u);
+  EXPECT_LE(outline().bottom(), 480);
+  EXPECT_GE(outline().y, 0);
+  const auto* list = desktop->panels().shown().front();
+  EXPECT_GE(sim::shownTexts(*list).size(), 10u);
+  // The last language comes into view by the wheel.
+  desktop->pointer().moveTo({outline().x + 20, outline().y + 40});
+  desktop->pointer().scroll(5000);
+  settle();
+  const auto last = sim::shownTexts(*list).back();
+  EXPECT_LE(last.frame.bottom(), outline().bottom());
+  type(escapeKey);
+  EXPECT_EQ(panelCount(), 1u) << "Escape closes the list alone";
+  click("🇬🇧");
+  desktop->pointer().moveTo({outline().x + 20, outline().y + 40});
+  desktop->pointer().scroll(-5000);
+  settle();
+  click("🇩🇪  Deutsch");
+  EXPECT_EQ(panelCount(), 1u);
+  EXPECT_TRUE(shows("Beenden"));
+  EXPECT_EQ(stored(storedKeys::language), platform::Value("de"));
+}
+
+TEST_F(PanelTest, ATooltipComesAfterAPauseAndGoesWithThePointer) {
+  launch();
+  open();
+  desktop->pointer().moveTo(middleOf("🇬🇧"));
+  desktop->advance(0.3);
+  EXPECT_EQ(panelCount(), 1u);
+  desktop->advance(0.5);
+  ASSERT_EQ(panelCount(), 2u);
+  EXPECT_TRUE(shows("Language"));
+  desktop->pointer().moveTo(middleOf("Quit"));
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 1u);
+}
+
+TEST_F(PanelTest, QuitsByRowAndByKeyAndEndsTheProgram) {
+  for (const auto modifiers : {platform::modifier::control, platform::modifier::command}) {
+    relaunchWithIcon();
+    type(letterQ);
+    EXPECT_FALSE(desktop->application().isTerminated());
+    type(letterQ, modifiers);
+    EXPECT_TRUE(desktop->application().isTerminated());
+    EXPECT_EQ(panelCount(), 0u);
+  }
+  relaunchWithIcon();
+  click("Quit");
+  EXPECT_TRUE(desktop->application().isTerminated());
+  EXPECT_FALSE(desktop->statusItem().isShown());
+}
+
+TEST_F(PanelTest, FollowsTheAppearanceOfTheDesktopWhileItIsOpen) {
+  launch();
+  open();
+  const auto ground = [&] { return *desktop->pixel({outline().x + 180, outline().bottom() - 4}) & 0xff; };
+  EXPECT_GT(ground(), 200u);
+  desktop->appearance().setDark(true);
+  desktop->drain();
+  EXPECT_LT(ground(), 80u);
+}
+
+TEST_F(PanelTest, AnswersOfTheUpdaterAreShownWhereTheDesktopShowsNone) {
+  launch();
+  desktop->updateService().setAnswer({.kind = platform::UpdateAnswer::Kind::none});
+  CorvaneUpdater::shared().checkForUpdates();
+  desktop->drain();
+  EXPECT_EQ(desktop->userNotifications().posted().size(), 1u);
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->userNotifications().setAbsent(true);
+  CorvaneUpdater::shared().checkForUpdates();
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 1u);
+  desktop->advance(10);
+  EXPECT_EQ(panelCount(), 0u) << "it goes by itself";
+}
+
+class FirstLaunchTest : public PanelTest {
+ protected:
+  void SetUp() override {
+    prepareDesktop();
+    desktop->setStatusBar(Bar::top);
+  }
+};
+
+TEST_F(FirstLaunchTest, TheHintPointsAtTheIconUntilTheFirstClickWhichReachesItsTarget) {
+  launch();
+  desktop->advance(0.39);
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->advance(0.02);
+  ASSERT_EQ(panelCount(), 1u);
+  const Rect item = *desktop->statusItem().frame();
+  EXPECT_EQ(desktop->panels().shown().front()->frame(),
+            (Rect{item.x + item.width / 2 - 93, item.bottom() - 17, 186, 75}));
+  MenuBarHintWindowController::shared().show();
+  EXPECT_EQ(panelCount(), 1u) << "one is enough";
+  EXPECT_LT(desktop->panels().shown().front()->presentationAlpha(), 0.5);
+  desktop->advance(0.3);
+  EXPECT_EQ(desktop->panels().shown().front()->presentationAlpha(), 1);
+  click(icon());
+  settle();
+  EXPECT_TRUE(shows("Get started")) << "the click went through the hint";
+  EXPECT_FALSE(shows("Hushpane is here"));
+  click("Get started");
+  EXPECT_TRUE(shows("Quit"));
+  EXPECT_EQ(stored(storedKeys::hasSeenWelcome), platform::Value(true));
+}
+
+TEST_F(FirstLaunchTest, TheHintGoesByItselfAndNeedsAnIcon) {
+  launch();
+  const auto monitors = desktop->eventMonitors().monitorCount();
+  desktop->advance(0.5);
+  ASSERT_EQ(panelCount(), 1u);
+  desktop->advance(9.8);
+  EXPECT_EQ(panelCount(), 1u);
+  desktop->advance(0.4);
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->setStatusBar(Bar::bottom);
+  MenuBarHintWindowController::shared().show();
+  desktop->advance(0.4);
+  EXPECT_LE(outline().bottom(), desktop->statusItem().frame()->y) << "above an icon at the bottom";
+  MenuBarHintWindowController::shared().dismiss();
+  desktop->advance(0.3);
+  desktop->setStatusBar(Bar::none);
+  MenuBarHintWindowController::shared().show();
+  EXPECT_EQ(panelCount(), 0u);
+  EXPECT_EQ(desktop->eventMonitors().monitorCount(), monitors);
+}
+
+}  // namespace
+}  // namespace hushpane::tests

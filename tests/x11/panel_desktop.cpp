@@ -1,0 +1,119 @@
+#include "tests/x11/panel_desktop.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace hushpane::x11_tests {
+
+void PanelDesktop::startWithIcon(bool hasSeenWelcome, SettingsValues values) {
+  values.insert({{"hasSeenWelcome", xml(hasSeenWelcome)},
+                 {"hushpane.ambientSurface", xml("dim")},
+                 {"hushpane.focusSurface", xml("dim")}});
+  settings().write(values);
+  twin_ = std::make_unique<PanelTwin>(hasSeenWelcome);
+  twin_->desktop().userDefaults().set("hushpane.ambientSurface", std::string("dim"));
+  twin_->desktop().userDefaults().set("hushpane.focusSurface", std::string("dim"));
+  twin_->desktop().drain();
+  startHushpane();
+  if (tray_ && !waitUntil([&] { return icon().has_value(); })) throw std::runtime_error("no icon in the tray");
+}
+
+std::vector<Rect> PanelDesktop::panels() const {
+  std::vector<Rect> frames;
+  for (const auto window : x().stacking())
+    if (x().text(window, "_NET_WM_NAME") == "Hushpane panel" && x().isOnScreen(window))
+      frames.push_back(x().bounds(window));
+  std::ranges::reverse(frames);
+  return frames;
+}
+
+testing::AssertionResult PanelDesktop::hasPanels(std::size_t count, milliseconds limit) const {
+  if (waitUntil([&] { return panels().size() == count; }, limit)) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << panels().size() << " panels instead of " << count;
+}
+
+void PanelDesktop::waitForTwin() {
+  const auto isAlike = [&] {
+    const auto frames = panels();
+    if (frames.size() != twin_->panelCount()) return false;
+    for (std::size_t index = 0; index < frames.size(); ++index) {
+      const Rect wanted = twin_->frame(index);
+      if (std::abs(frames[index].width - wanted.width) > 1 || std::abs(frames[index].height - wanted.height) > 1)
+        return false;
+    }
+    return true;
+  };
+  if (waitUntil(isAlike)) return;
+  std::ostringstream sizes;
+  for (const auto& frame : panels()) sizes << ' ' << frame.width << 'x' << frame.height;
+  sizes << " instead of";
+  for (std::size_t index = 0; index < twin_->panelCount(); ++index)
+    sizes << ' ' << twin_->frame(index).width << 'x' << twin_->frame(index).height;
+  ADD_FAILURE() << "panels of" << sizes.str();
+}
+
+void PanelDesktop::clickIcon() {
+  Session::click(center(icon().value_or(Rect{})));
+  twin_->clickIcon();
+  waitForTwin();
+}
+
+void PanelDesktop::click(const std::string& text) {
+  const auto place = twin_->find(text);
+  ASSERT_TRUE(place) << "no panel shows " << text;
+  const auto frames = panels();
+  ASSERT_LT(place->panel, frames.size());
+  const Rect frame = frames[place->panel], twin = twin_->frame(place->panel);
+  Session::click({frame.x + place->onPanel.x, frame.y + place->onPanel.y});
+  twin_->click({twin.x + place->onPanel.x, twin.y + place->onPanel.y});
+  waitForTwin();
+}
+
+void PanelDesktop::clickAt(Point onFrontPanel) {
+  ASSERT_FALSE(panels().empty());
+  const Rect frame = panels().front(), twin = twin_->frame(0), inside = twin_->outline(0);
+  Session::click({frame.x + inside.x + onFrontPanel.x, frame.y + inside.y + onFrontPanel.y});
+  twin_->click({twin.x + inside.x + onFrontPanel.x, twin.y + inside.y + onFrontPanel.y});
+  waitForTwin();
+}
+
+void PanelDesktop::clickElsewhere(Point point) {
+  Session::click(point);
+  twin_->click({20, 20});
+  waitForTwin();
+}
+
+void PanelDesktop::key(const std::string& name, std::uint16_t code, platform::ModifierFlags modifiers) {
+  keyboard("key", name);
+  twin_->type(code, modifiers);
+  waitForTwin();
+}
+
+testing::AssertionResult PanelDesktop::isLikeTwin() const {
+  constexpr int corner = 14;  // where the desktop shows through
+  const auto frames = panels();
+  if (frames.empty() || frames.size() != twin_->panelCount())
+    return testing::AssertionFailure() << frames.size() << " panels";
+  const auto wanted = twin_->picture(0);
+  const Rect inside = twin_->outline(0);
+  if (frames[0].width != wanted.width || frames[0].height != wanted.height)
+    return testing::AssertionFailure() << "the panel is " << frames[0].width << " by " << frames[0].height;
+  const int left = int(inside.x) + 2, top = int(inside.y) + corner;
+  const int width = int(inside.width) - 4, height = int(inside.height) - 2 * corner;
+  const auto seen = x().capture({frames[0].x + left, frames[0].y + top, double(width), double(height)});
+  for (int row = 0; row < height; ++row)
+    for (int column = 0; column < width; ++column)
+      if (!isNear(seen.at(column, row), wanted.at(left + column, top + row), 6))
+        return testing::AssertionFailure() << seen.at(column, row) << " instead of "
+                                           << wanted.at(left + column, top + row) << " at " << column << ',' << row;
+  return testing::AssertionSuccess();
+}
+
+testing::AssertionResult PanelDesktop::looksAsItShould() {
+  twin_->settle();
+  testing::AssertionResult result = isLikeTwin();
+  waitUntil([&] { return (result = isLikeTwin()); });
+  return result;
+}
+
+}  // namespace hushpane::x11_tests
