@@ -19,7 +19,7 @@ TEST(TourTest, PlaysToItsEndAndTakesEveryPicture) {
   EXPECT_EQ(playScenario(resources / "tour.scenario", folder.folder(), {HushpaneApp::launch}, out, err), 0);
   EXPECT_EQ(err.str(), "");
   const auto text = out.str();
-  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 18);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 25);
 }
 
 }  // namespace
