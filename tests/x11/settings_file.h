@@ -51,12 +51,8 @@ class SettingsFile {
 
   // The text or the decimal number under a key; nothing when there is none.
   std::optional<std::string> value(const std::string& key) const {
-    const std::string file = bytes();
-    plist_t parsed = nullptr;
-    plist_from_memory(file.data(), static_cast<std::uint32_t>(file.size()), &parsed);
-    const std::unique_ptr<void, decltype(&plist_free)> root(parsed, &plist_free);
-    if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return {};
-    const plist_t node = plist_dict_get_item(root.get(), key.c_str());
+    const auto root = parsed();
+    const plist_t node = root ? plist_dict_get_item(root.get(), key.c_str()) : nullptr;
     if (node && plist_get_node_type(node) == PLIST_UINT) {
       std::uint64_t number = 0;
       plist_get_uint_val(node, &number);
@@ -66,7 +62,27 @@ class SettingsFile {
     return plist_get_string_ptr(node, nullptr);
   }
 
+  // The data under a key; empty when there is none.
+  std::string data(const std::string& key) const {
+    const auto root = parsed();
+    const plist_t node = root ? plist_dict_get_item(root.get(), key.c_str()) : nullptr;
+    if (!node || plist_get_node_type(node) != PLIST_DATA) return {};
+    std::uint64_t length = 0;
+    const char* held = plist_get_data_ptr(node, &length);
+    return {held, static_cast<std::size_t>(length)};
+  }
+
  private:
+  // Null when the file is no dictionary.
+  std::unique_ptr<void, decltype(&plist_free)> parsed() const {
+    const std::string file = bytes();
+    plist_t read = nullptr;
+    plist_from_memory(file.data(), static_cast<std::uint32_t>(file.size()), &read);
+    std::unique_ptr<void, decltype(&plist_free)> root(read, &plist_free);
+    if (root && plist_get_node_type(root.get()) != PLIST_DICT) root.reset();
+    return root;
+  }
+
   std::filesystem::path path_;
 };
 

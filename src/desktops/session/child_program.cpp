@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 
+#include <memory>
 #include <utility>
 
 #include "desktops/shared/debug_log.h"
