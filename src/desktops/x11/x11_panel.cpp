@@ -124,8 +124,9 @@ void X11Panel::setProperties() {
   setText(connection.atom("_NET_WM_NAME"), connection.atom("UTF8_STRING"), windowName);
   setNumber("_NET_WM_PID", XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
   setNumber("_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, allWorkspaces);
-  // Compositors draw no shadow of their own around this type and do not fade it.
+  // Most compositors draw no shadow of their own around this type and do not fade it; some ask for another word.
   setNumber("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, connection.atom("_NET_WM_WINDOW_TYPE_DOCK"));
+  setNumber("_COMPTON_SHADOW", XCB_ATOM_CARDINAL, 0);
 }
 
 void X11Panel::show() {
