@@ -9,6 +9,7 @@
 #include "app/panel_placement.h"
 #include "ui/controls/pull_down_list.h"
 #include "ui/localized_root.h"
+#include "ui/menu/wallpaper_picker.h"
 
 namespace hushpane {
 
@@ -97,6 +98,7 @@ void PanelController::close() {
   globalClicks_.reset();
   localClicks_.reset();
   activations_.reset();
+  pickers_.reset();
   tooltips_.hide();
   list_.reset();
   const auto closed = std::move(panel_);
@@ -113,7 +115,8 @@ void PanelController::toggle(std::optional<Point> clicked) {
 bool PanelController::hasJustClosedFor(std::optional<Point> clicked) const {
   if (!closingClick_ || platform_.mainQueue().now() - closingClick_->time > secondsOfOneClick) return false;
   if (const auto icon = platform_.statusItem().frame()) return icon->contains(closingClick_->location);
-  return clicked && isNear(*clicked, closingClick_->location);
+  // Some desktops do not tell where it was; the pointer is still there.
+  return isNear(clicked.value_or(platform_.eventMonitors().mouseLocation()), closingClick_->location);
 }
 
 void PanelController::watchClicks() {
@@ -121,9 +124,11 @@ void PanelController::watchClicks() {
   globalClicks_ = monitors.addGlobalMonitor(mouseDown(), [this](const platform::Event& event) {
     platform_.mainQueue().async(lifetime_.weak([this, event] { clickedElsewhere(event); }));
   });
-  activations_ = platform_.workspace().notificationCenter().addObserver(
-      platform::notification::didActivateApplication,
-      [this] { platform_.mainQueue().async(lifetime_.weak([this] { close(); })); });
+  // Not inside what tells of it: the page may be the one.
+  const auto closeSoon = [this] { platform_.mainQueue().async(lifetime_.weak([this] { close(); })); };
+  activations_ =
+      platform_.workspace().notificationCenter().addObserver(platform::notification::didActivateApplication, closeSoon);
+  pickers_ = platform_.notificationCenter().addObserver(wallpaperPickerWillOpen, closeSoon);
 }
 
 void PanelController::clickedElsewhere(const platform::Event& event) {

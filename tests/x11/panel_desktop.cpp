@@ -90,7 +90,6 @@ void PanelDesktop::key(const std::string& name, std::uint16_t code, platform::Mo
 }
 
 testing::AssertionResult PanelDesktop::isLikeTwin() const {
-  constexpr int corner = 14;  // where the desktop shows through
   const auto frames = panels();
   if (frames.empty() || frames.size() != twin_->panelCount())
     return testing::AssertionFailure() << frames.size() << " panels";
@@ -98,6 +97,7 @@ testing::AssertionResult PanelDesktop::isLikeTwin() const {
   const Rect inside = twin_->outline(0);
   if (frames[0].width != wanted.width || frames[0].height != wanted.height)
     return testing::AssertionFailure() << "the panel is " << frames[0].width << " by " << frames[0].height;
+  const int corner = std::min(14, int(inside.height) / 3);  // where the desktop shows through
   const int left = int(inside.x) + 2, top = int(inside.y) + corner;
   const int width = int(inside.width) - 4, height = int(inside.height) - 2 * corner;
   const auto seen = x().capture({frames[0].x + left, frames[0].y + top, double(width), double(height)});

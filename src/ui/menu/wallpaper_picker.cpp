@@ -11,6 +11,7 @@ void openWallpaperPicker(std::function<void(platform::Data)> picked) {
   auto& platform = platform::Platform::current();
   auto* panel = platform.openPanel();
   if (!panel) return;
+  platform.notificationCenter().post(wallpaperPickerWillOpen);
   platform.application().activateIgnoringOtherApps(true);
   panel->run({.title = localized("Choose a wallpaper"_key),
               .prompt = localized("Select"_key),
