@@ -4,7 +4,7 @@
 
 namespace hushpane::bench {
 
-// What a process has used so far, all its threads together.
+// What a process has used so far.
 struct ProcessUsage {
   double cpuSeconds = 0;
   long wakeUps = 0;  // how often a thread of it waited and went on

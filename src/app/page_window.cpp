@@ -1,6 +1,5 @@
 #include "app/page_window.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -57,9 +56,8 @@ std::optional<std::string> PageWindow::tooltip() const {
 
 void PageWindow::updateFrame() {
   const double margin = style_.margin;
-  Size shown = host_->size();
+  const Size shown = host_->size();
   const Rect outline{margin, margin, shown.width - 2 * margin, shown.height - 2 * margin};
-  if (keepsTop_) shown.height = std::max(shown.height, host_->targetSize().height);
   const Rect place = place_({std::ceil(shown.width - 2 * margin), std::ceil(shown.height - 2 * margin)});
   host_->setScale(platform_.screens().scaleAt({place.x, place.y}));
   panel_->setFrame({place.x - margin, place.y - margin, place.width + 2 * margin, place.height + 2 * margin});

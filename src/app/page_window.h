@@ -36,8 +36,6 @@ class PageWindow : public platform::PanelContents {
 
   // Offers the page no more than that height.
   void setMaximumHeight(double height);
-  // The panel stands still while the page grows: it has at once the height that the page will have.
-  void setKeepsTop(bool keepsTop) { keepsTop_ = keepsTop; }
   void show();
   // The page has left the screen; the panel may still fade out.
   void leave() { host_->leave(); }
@@ -65,7 +63,6 @@ class PageWindow : public platform::PanelContents {
   platform::Platform& platform_;
   PageWindowStyle style_;
   Place place_;
-  bool keepsTop_ = false;
   std::unique_ptr<platform::Panel> panel_;
   std::unique_ptr<declarative::Host> host_;
   std::optional<platform::Point> pointer_;

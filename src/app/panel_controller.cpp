@@ -82,7 +82,6 @@ void PanelController::open(std::optional<Point> clicked) {
       PageWindowStyle{
           {.ignoresMouseEvents = false, .takesKeyboard = true}, chrome::panel.margin, chrome::panel.outline()},
       chrome::panel.around(page_()), place);
-  panel_->setKeepsTop(!placement::isAbove(anchor_.item, anchor_.display));
   panel_->onKey = [this](const auto& press) { return keyPressed(press); };
   panel_->onPointer = [this] { tooltips_.pointerMoved(*panel_); };
   panel_->onPress = [this] {

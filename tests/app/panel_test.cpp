@@ -167,9 +167,14 @@ TEST_F(PanelTest, AnIconWithoutAPlaceOpensWhereItWasClickedAndClosesWithTheSameC
   EXPECT_NEAR(outline().x + outline().width / 2, place.x, 1);
   clickBar();
   EXPECT_EQ(panelCount(), 0u);
-  desktop->advance(2);
   clickBar();
-  EXPECT_EQ(panelCount(), 1u);
+  settle();
+  click(place);
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->advance(2);
+  desktop->statusItem().click(place);
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 1u) << "a click of its own";
 }
 
 TEST_F(PanelTest, WithoutAnIconASecondStartOpensItInTheCornerOfTheBar) {
@@ -356,6 +361,11 @@ TEST_F(FirstLaunchTest, TheHintGoesByItselfAndNeedsAnIcon) {
   MenuBarHintWindowController::shared().show();
   desktop->advance(0.4);
   EXPECT_LE(outline().bottom(), desktop->statusItem().frame()->y) << "above an icon at the bottom";
+  const auto& hint = desktop->panels().shown().front()->outline();
+  EXPECT_TRUE(std::ranges::any_of(hint.segments(), [&](const auto& segment) {
+    return segment.verb == platform::Path::Verb::line && segment.points[0].y == hint.controlBounds().bottom() &&
+           segment.points[0].x == 93;
+  })) << "its tail points down";
   MenuBarHintWindowController::shared().dismiss();
   desktop->advance(0.3);
   desktop->setStatusBar(Bar::none);

@@ -3,7 +3,7 @@
 namespace hushpane::sim {
 
 namespace {
-constexpr double itemWidth = 36, distanceFromEnd = 150;  // points
+constexpr double itemWidth = 36, distanceFromEnd = 172;  // points
 }
 
 std::optional<platform::Rect> SimStatusItem::barFrame() const {
