@@ -1,14 +1,14 @@
 #include "desktops/x11/x11_panel.h"
 
-#include <unistd.h>
 #include <xcb/shape.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "desktops/x11/own_window.h"
 
 namespace hushpane::x11 {
 
@@ -18,8 +18,6 @@ using platform::Rect;
 
 constexpr std::uint8_t depth = 32;
 constexpr std::string_view windowName = "Hushpane panel";
-constexpr std::string_view windowClass{"hushpane\0Hushpane\0", 18};
-constexpr std::uint32_t allWorkspaces = 0xffffffff;
 constexpr std::uint32_t events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_LEAVE_WINDOW |
                                  XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_KEY_PRESS;
 constexpr int mainButton = 1, wheelUp = 4, wheelDown = 5;
@@ -82,7 +80,9 @@ void X11Panel::open() {
                         XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                     values.data());
   services_.tree.addOwn(window_.get(), bounds_);
-  setProperties();
+  introduceOwnWindow(connection, window_.get(), windowName);
+  // It has a shadow of its own.
+  setWindowNumber(connection, window_.get(), "_COMPTON_SHADOW", XCB_ATOM_CARDINAL, 0);
   turns_ = services_.turnEnd.add([this] { show(); });
   compositorChanges_ = services_.compositor.addChangeHandler([this] {
     isCut_ = false;
@@ -107,26 +107,6 @@ void X11Panel::close() {
   damage_.reset();
   publishedOpacity_.reset();
   isMapped_ = isCut_ = false;
-}
-
-void X11Panel::setProperties() {
-  auto& connection = services_.connection;
-  const auto setText = [&](xcb_atom_t name, xcb_atom_t type, std::string_view text) {
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, window_.get(), name, type, 8,
-                        static_cast<std::uint32_t>(text.size()), text.data());
-  };
-  const auto setNumber = [&](std::string_view name, xcb_atom_t type, std::uint32_t value) {
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, window_.get(), connection.atom(name), type, 32, 1,
-                        &value);
-  };
-  setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, windowClass);
-  setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, windowName);
-  setText(connection.atom("_NET_WM_NAME"), connection.atom("UTF8_STRING"), windowName);
-  setNumber("_NET_WM_PID", XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
-  setNumber("_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, allWorkspaces);
-  // Most compositors draw no shadow of their own around this type and do not fade it; some ask for another word.
-  setNumber("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, connection.atom("_NET_WM_WINDOW_TYPE_DOCK"));
-  setNumber("_COMPTON_SHADOW", XCB_ATOM_CARDINAL, 0);
 }
 
 void X11Panel::show() {
@@ -205,15 +185,8 @@ void X11Panel::draw() {
 // Without a compositor nobody looks at it.
 void X11Panel::publishOpacity() {
   const double opacity = presentationAlpha();
-  if (publishedOpacity_ == opacity) return;
-  publishedOpacity_ = opacity;
-  auto& connection = services_.connection;
-  const auto name = connection.atom("_NET_WM_WINDOW_OPACITY");
-  const auto value = static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xffffffff));
-  if (opacity >= 1)
-    xcb_delete_property(connection.get(), window_.get(), name);
-  else
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, window_.get(), name, XCB_ATOM_CARDINAL, 32, 1, &value);
+  if (std::exchange(publishedOpacity_, opacity) == opacity) return;
+  x11::publishOpacity(services_.connection, window_.get(), opacity);
 }
 
 void X11Panel::handle(const xcb_generic_event_t& event) {

@@ -51,7 +51,6 @@ class X11Panel : public platform::Panel {
   void show();
   void open();
   void close();
-  void setProperties();
   void place();
   void cut();
   void draw();

@@ -1,16 +1,15 @@
 #include "desktops/x11/x11_window.h"
 
-#include <unistd.h>
 #include <xcb/shape.h>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdint>
 #include <string_view>
 #include <utility>
 
 #include "desktops/x11/overlay_stage.h"
+#include "desktops/x11/own_window.h"
 
 namespace hushpane::x11 {
 
@@ -18,10 +17,8 @@ namespace {
 
 constexpr std::uint8_t depth = 32;
 constexpr std::string_view windowName = "Hushpane";
-constexpr std::string_view windowClass{"hushpane\0Hushpane\0", 18};
 // A compositor must not paint a large window past itself.
 constexpr std::uint32_t neverBypass = 2;
-constexpr std::uint32_t allWorkspaces = 0xffffffff;
 
 }  // namespace
 
@@ -60,22 +57,8 @@ void X11Window::create() {
 }
 
 void X11Window::setProperties() {
-  auto& connection = services_.connection;
-  const auto setText = [&](xcb_atom_t name, xcb_atom_t type, std::string_view text) {
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, id(), name, type, 8,
-                        static_cast<std::uint32_t>(text.size()), text.data());
-  };
-  const auto setNumber = [&](std::string_view name, xcb_atom_t type, std::uint32_t value) {
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, id(), connection.atom(name), type, 32, 1, &value);
-  };
-  setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, windowClass);
-  setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, windowName);
-  setText(connection.atom("_NET_WM_NAME"), connection.atom("UTF8_STRING"), windowName);
-  setNumber("_NET_WM_PID", XCB_ATOM_CARDINAL, static_cast<std::uint32_t>(getpid()));
-  setNumber("_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, allWorkspaces);
-  setNumber("_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, neverBypass);
-  // Compositors draw no shadow around this type and do not fade it.
-  setNumber("_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, connection.atom("_NET_WM_WINDOW_TYPE_DOCK"));
+  introduceOwnWindow(services_.connection, id(), windowName);
+  setWindowNumber(services_.connection, id(), "_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, neverBypass);
 }
 
 void X11Window::frameChanged() {
@@ -166,15 +149,7 @@ void X11Window::setInputRegion() {
 }
 
 void X11Window::publishOpacity(double opacity) {
-  if (publishedOpacity_ == opacity) return;
-  publishedOpacity_ = opacity;
-  auto& connection = services_.connection;
-  const auto name = connection.atom("_NET_WM_WINDOW_OPACITY");
-  const auto value = static_cast<std::uint32_t>(std::llround(std::clamp(opacity, 0.0, 1.0) * 0xffffffff));
-  if (opacity >= 1)
-    xcb_delete_property(connection.get(), id(), name);
-  else
-    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, id(), name, XCB_ATOM_CARDINAL, 32, 1, &value);
+  if (std::exchange(publishedOpacity_, opacity) != opacity) x11::publishOpacity(services_.connection, id(), opacity);
 }
 
 // Present and empty, the property asks for the whole window.
