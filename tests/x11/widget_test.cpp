@@ -86,7 +86,7 @@ TEST_F(WidgetAlone, FollowsTheFileWithoutABus) {
   EXPECT_FALSE(std::filesystem::exists(home_ / "home"));
   store("focus");
   EXPECT_TRUE(prints(*widget, "standard\nfocus\n")) << "the folder came later";
-  sharedFile_->write({{"hushpane.userMode", xml("focus")}, {"hushpane.language", xml("de")}});
+  sharedFile_->write({{"hushpane.userMode", xml("focus")}, {"hushpane.note", xml("mine")}});
   run({"--set", "cleanDesktop"});
   EXPECT_TRUE(prints(*widget, "standard\nfocus\ncleanDesktop\n")) << "the same mode is no news";
   std::filesystem::remove_all(sharedFile_->path().parent_path());
@@ -142,7 +142,7 @@ class WidgetOnADesktop : public Desktop {
 TEST_F(WidgetOnADesktop, SwitchesTheModeAndFollowsIt) {
   startBus();
   chooseMode("standard");
-  sharedFile().write({{"hushpane.userMode", xml("focus")}, {"hushpane.language", xml("de")}});
+  sharedFile().write({{"hushpane.userMode", xml("focus")}, {"hushpane.note", xml("mine")}});
   const auto follower = startWidget({"--follow"});
   EXPECT_TRUE(waitUntil([&] { return follower->output() == "focus\n"; }));
   startHushpane();
@@ -154,7 +154,7 @@ TEST_F(WidgetOnADesktop, SwitchesTheModeAndFollowsIt) {
   }));
   EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
   EXPECT_EQ(sharedFile().value("hushpane.userMode"), "focus");
-  EXPECT_EQ(sharedFile().value("hushpane.language"), "de") << "what others wrote there stays";
+  EXPECT_EQ(sharedFile().value("hushpane.note"), "mine") << "what others wrote there stays";
   set("focus");
   set("cleanDesktop");
   EXPECT_TRUE(shows(red_->spot(), red_->color()));

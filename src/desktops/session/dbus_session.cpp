@@ -1,14 +1,12 @@
 #include "desktops/session/dbus_session.h"
 
-#include <giomm/cancellable.h>
 #include <giomm/init.h>
 
 #include <chrono>
-#include <future>
-#include <thread>
 #include <utility>
 
 #include "desktops/session/dbus_address.h"
+#include "desktops/session/limited_call.h"
 #include "desktops/shared/debug_log.h"
 
 namespace hushpane::session {
@@ -23,19 +21,14 @@ const auto flags =
     Gio::DBus::ConnectionFlags::AUTHENTICATION_CLIENT | Gio::DBus::ConnectionFlags::MESSAGE_BUS_CONNECTION;
 
 DbusSession::Connection join(const std::string& address) {
-  const auto cancellable = Gio::Cancellable::create();
-  std::promise<void> joined;
-  const std::jthread watchdog([cancellable, done = joined.get_future()] {
-    if (done.wait_for(longestJoin) == std::future_status::timeout) cancellable->cancel();
+  return limitedCall(longestJoin, [&address](const auto& cancellable) -> DbusSession::Connection {
+    try {
+      return Gio::DBus::Connection::create_for_address_sync(address, cancellable, flags);
+    } catch (const Glib::Error& error) {
+      desktops::debugLog(std::string("no session bus: ") + error.what());
+      return {};
+    }
   });
-  DbusSession::Connection connection;
-  try {
-    connection = Gio::DBus::Connection::create_for_address_sync(address, cancellable, flags);
-  } catch (const Glib::Error& error) {
-    desktops::debugLog(std::string("no session bus: ") + error.what());
-  }
-  joined.set_value();
-  return connection;
 }
 
 }  // namespace

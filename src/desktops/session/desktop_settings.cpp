@@ -6,10 +6,13 @@
 #include <giomm/settingsschemasource.h>
 
 #include "desktops/session/dbus_address.h"
+#include "desktops/session/limited_call.h"
 
 namespace hushpane::session {
 
 namespace {
+
+constexpr std::chrono::seconds longestJoin{1};
 
 bool isTextSetting(const char* schemaId, const char* key) {
   const auto source = Gio::SettingsSchemaSource::get_default();
@@ -18,27 +21,23 @@ bool isTextSetting(const char* schemaId, const char* key) {
   return schema->get_key(key)->get_value_type().equal(Glib::VARIANT_TYPE_STRING);
 }
 
-// The process shares one connection for its settings, and by default ends with it. It is held here, lest the settings
-// make another one.
+// The settings come over a connection that the process shares, which by default ends the process with the bus, in
+// whatever thread. So it is made here first, told otherwise, and held, lest the settings make another one.
 void outliveSharedBus() {
   static GDBusConnection* held = nullptr;
   if (held || !sessionBusAddress()) return;
-  const auto joined = [](GObject*, GAsyncResult* result, gpointer) {
-    GDBusConnection* connection = g_bus_get_finish(result, nullptr);
-    if (connection) g_dbus_connection_set_exit_on_close(connection, FALSE);
-    if (connection && held) g_object_unref(connection);
-    if (!held) held = connection;
-  };
-  g_bus_get(G_BUS_TYPE_SESSION, nullptr, joined, nullptr);
+  held = limitedCall(longestJoin, [](const auto& cancellable) {
+    return g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable->gobj(), nullptr);
+  });
+  if (held) g_dbus_connection_set_exit_on_close(held, FALSE);
 }
 
 }  // namespace
 
 Glib::RefPtr<Gio::Settings> textSettings(const char* schemaId, const char* key) {
   if (!isTextSetting(schemaId, key)) return {};
-  auto settings = Gio::Settings::create(schemaId);
   outliveSharedBus();
-  return settings;
+  return Gio::Settings::create(schemaId);
 }
 
 }  // namespace hushpane::session
