@@ -22,8 +22,8 @@ constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
 constexpr const char* watcherPath = "/StatusNotifierWatcher";
 constexpr const char* itemName = "org.kde.StatusNotifierItem";
 constexpr const char* itemPath = "/StatusNotifierItem";
-constexpr const char* noMenuPath = "/NO_DBUSMENU";  // what items without a menu name by convention
-constexpr int answerMilliseconds = 3'000;
+constexpr const char* noMenuPath = "/NO_DBUSMENU";              // what items without a menu name by convention
+constexpr int answerMilliseconds = 30'000;                      // while a user logs in, everything is slow
 constexpr std::array pictureSides{16, 22, 24, 32, 44, 48, 64};  // pixels
 
 constexpr const char* introspection = R"xml(
