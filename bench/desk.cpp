@@ -16,7 +16,8 @@ void choose(const std::string& mode, const std::string& surface) {
   if (!home) throw std::runtime_error("to be started by bench/run");
   const auto folder = std::filesystem::path(home) / "hushpane";
   std::filesystem::create_directories(folder);
-  const platform::Dictionary settings{{std::string(storedKeys::lastUserMode), mode},
+  const platform::Dictionary settings{{std::string(storedKeys::hasSeenWelcome), true},
+                                      {std::string(storedKeys::lastUserMode), mode},
                                       {std::string(storedKeys::ambientSurface), surface},
                                       {std::string(storedKeys::focusSurface), surface}};
   if (!desktops::PropertyListFiles().writeXml(folder / "com.corvane.Hushpane.plist", settings))
