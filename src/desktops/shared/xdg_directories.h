@@ -10,8 +10,8 @@ namespace hushpane::desktops {
 std::optional<std::filesystem::path> configHome();  // $XDG_CONFIG_HOME, else ~/.config
 std::optional<std::filesystem::path> dataHome();    // $XDG_DATA_HOME, else ~/.local/share
 
-// Makes the folder and its missing parents, for the user alone, as the specification asks; false when it is not there
-// afterwards.
+// Makes the folder and its missing parents, for the user alone, as the XDG Base Directory rules ask; false when it is
+// not there afterwards.
 bool makePrivateFolder(const std::filesystem::path& folder);
 
 }  // namespace hushpane::desktops
