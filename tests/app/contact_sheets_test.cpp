@@ -5,28 +5,11 @@
 #include <sstream>
 
 #include "desktops/sim/play_scenario.h"
+#include "desktops/sim/shown_texts.h"
 #include "tests/support/simulated_program.h"
 
 namespace hushpane {
 namespace {
-
-// Keeps the texts that are drawn.
-class TextCollector : public platform::Canvas {
- public:
-  std::vector<std::string> whole, shortened;
-
-  void drawText(const platform::TextLayout& layout, platform::Point, double, const platform::Color&) override {
-    (layout.isTruncated() || layout.fontScale() < 1 ? shortened : whole).push_back(layout.text());
-  }
-  void fill(const platform::Path&, const platform::Paint&) override {}
-  void stroke(const platform::Path&, const platform::Color&, const platform::Stroke&) override {}
-  void drawImage(const platform::Image&, const platform::Rect&) override {}
-  void drawTemplate(const platform::Image&, const platform::Rect&, const platform::Color&) override {}
-  void clip(const platform::Path&) override {}
-  void restoreClip() override {}
-  void beginLayer(const platform::LayerEffect&, const platform::Rect&) override {}
-  void endLayer() override {}
-};
 
 class ContactSheets : public tests::SimulatedProgram {};
 
@@ -38,10 +21,9 @@ TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
       const auto sheet = openContactSheet(*desktop, {name, language, false});
       ASSERT_TRUE(sheet);
       while (const auto seconds = sheet->next()) desktop->advance(*seconds);
-      TextCollector canvas;
-      sheet->paint(canvas);
-      EXPECT_EQ(canvas.shortened, std::vector<std::string>{});
-      EXPECT_GT(canvas.whole.size(), 5u);
+      const auto texts = sim::textsOf([&](platform::Canvas& canvas) { sheet->paint(canvas); });
+      EXPECT_GT(texts.size(), 5u);
+      for (const auto& shown : texts) EXPECT_FALSE(shown.isShortened) << shown.text;
       EXPECT_LT(sheet->size().width, 1200);
     }
 }

@@ -20,7 +20,9 @@ class TextReader : public platform::Canvas {
                 const platform::Color& color) override {
     if (color.alpha <= 0) return;
     const auto size = layout.size();
-    texts_.push_back({layout.text(), {origin_.x + at.x, origin_.y + at.y, size.width * scale, size.height * scale}});
+    texts_.push_back({layout.text(),
+                      {origin_.x + at.x, origin_.y + at.y, size.width * scale, size.height * scale},
+                      layout.isTruncated() || layout.fontScale() < 1});
   }
   void drawImage(const platform::Image&, const platform::Rect&) override {}
   void drawTemplate(const platform::Image&, const platform::Rect&, const platform::Color&) override {}
@@ -36,11 +38,18 @@ class TextReader : public platform::Canvas {
 
 }  // namespace
 
+std::vector<ShownText> textsOf(const std::function<void(platform::Canvas&)>& paint, platform::Point origin) {
+  TextReader reader(origin);
+  paint(reader);
+  return std::move(reader).texts();
+}
+
 std::vector<ShownText> shownTexts(const SimPanel& panel) {
   const auto frame = panel.frame();
-  TextReader reader({frame.x, frame.y});
-  panel.contents().paint(reader, {0, 0, frame.width, frame.height});
-  return std::move(reader).texts();
+  const auto paint = [&](platform::Canvas& canvas) {
+    panel.contents().paint(canvas, {0, 0, frame.width, frame.height});
+  };
+  return textsOf(paint, {frame.x, frame.y});
 }
 
 std::optional<ShownText> findText(const SimPanels& panels, const std::string& text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,8 +11,12 @@ namespace hushpane::sim {
 
 struct ShownText {
   std::string text;
-  platform::Rect frame;  // points of the desktop
+  platform::Rect frame;      // points, from where it was asked for
+  bool isShortened = false;  // cut, or smaller than it should be
 };
+
+// Every text that `paint` draws, from back to front; its canvas begins at `origin`.
+std::vector<ShownText> textsOf(const std::function<void(platform::Canvas&)>& paint, platform::Point origin = {});
 
 // Every text that a panel draws now, from back to front.
 std::vector<ShownText> shownTexts(const SimPanel& panel);
