@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
-#include <vector>
 
 #include "app/panel_chrome.h"
 #include "app/panel_placement.h"
@@ -95,7 +94,6 @@ void PanelController::open(std::optional<Point> clicked) {
 
 void PanelController::close() {
   globalClicks_.reset();
-  localClicks_.reset();
   activations_.reset();
   pickers_.reset();
   tooltips_.hide();

@@ -51,7 +51,7 @@ class PanelController {
   std::unique_ptr<PageWindow> list_;
   std::unique_ptr<PageWindow> message_;
   TooltipController tooltips_;
-  platform::Token globalClicks_, localClicks_, activations_, pickers_;
+  platform::Token globalClicks_, activations_, pickers_;
   platform::WorkItem messageEnd_;
   struct ClosingClick {
     double time = 0;
