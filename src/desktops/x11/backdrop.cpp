@@ -1,9 +1,8 @@
 #include "desktops/x11/backdrop.h"
 
-#include <xcb/shape.h>
-
 #include <algorithm>
 #include <iterator>
+#include <span>
 #include <utility>
 
 namespace hushpane::x11 {
@@ -127,9 +126,7 @@ void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scal
   auto* const server = connection_.get();
   PixelRegion targetAreas;
   for (const auto& area : areas.rects()) targetAreas.add(unitsAround(area, scale));
-  const auto rectangles = rectanglesOf(targetAreas);
-  const Region rest(server, connection_.newId());
-  xcb_xfixes_create_region(server, rest.get(), static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+  const auto rest = makeRegion(connection_, rectanglesOf(targetAreas));
   const auto bounds = areas.bounds().translated(overlay_.x, overlay_.y);
   for (auto covered = covered_.rbegin(); covered != covered_.rend(); ++covered)
     if (!covered->entry.bounds.intersection(bounds).isEmpty()) composeWindow(*covered, target, rest, scale);
@@ -150,8 +147,7 @@ void Backdrop::composeWindow(Covered& covered, const Surface& target, const Regi
   const auto picture = covered.window->picture(covered.entry);
   if (picture == XCB_NONE) return;
   const auto own = regionOf(covered, scale);
-  const Region clip(server, connection_.newId());
-  xcb_xfixes_create_region(server, clip.get(), 0, nullptr);
+  const auto clip = makeRegion(connection_);
   xcb_xfixes_intersect_region(server, rest.get(), own.get(), clip.get());
   xcb_xfixes_set_picture_clip_region(server, target.picture.get(), clip.get(), 0, 0);
   const auto& bounds = covered.entry.bounds;
@@ -163,20 +159,11 @@ void Backdrop::composeWindow(Covered& covered, const Surface& target, const Regi
 }
 
 // The window's shape; of a smaller picture its rectangle does.
-Backdrop::Region Backdrop::regionOf(const Covered& covered, int scale) {
-  auto* const server = connection_.get();
+Region Backdrop::regionOf(const Covered& covered, int scale) {
   const auto& entry = covered.entry;
-  const auto onOverlay = entry.bounds.translated(-overlay_.x, -overlay_.y);
-  Region region(server, connection_.newId());
-  if (scale == 1) {
-    xcb_xfixes_create_region_from_window(server, region.get(), entry.id, XCB_SHAPE_SK_BOUNDING);
-    xcb_xfixes_translate_region(server, region.get(), static_cast<std::int16_t>(onOverlay.x + entry.border),
-                                static_cast<std::int16_t>(onOverlay.y + entry.border));
-  } else {
-    const auto rectangle = unitsInside(onOverlay, scale).toXcb();
-    xcb_xfixes_create_region(server, region.get(), 1, &rectangle);
-  }
-  return region;
+  if (scale == 1) return shapeOf(connection_, entry, overlay_);
+  const auto rectangle = unitsInside(entry.bounds.translated(-overlay_.x, -overlay_.y), scale).toXcb();
+  return makeRegion(connection_, std::span(&rectangle, 1));
 }
 
 }  // namespace hushpane::x11

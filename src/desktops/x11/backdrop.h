@@ -1,7 +1,5 @@
 #pragma once
 
-#include <xcb/xfixes.h>
-
 #include <functional>
 #include <memory>
 #include <vector>
@@ -10,6 +8,7 @@
 #include "desktops/x11/pixel_rect.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/root_background.h"
+#include "desktops/x11/window_region.h"
 
 namespace hushpane::x11 {
 
@@ -41,7 +40,6 @@ class Backdrop {
   void compose(const Surface& target, const PixelRegion& areas, int scale);
 
  private:
-  using Region = Handle<xcb_xfixes_destroy_region>;
   struct Covered {
     StackEntry entry;
     std::shared_ptr<CoveredWindow> window;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "desktops/x11/property.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -57,12 +58,12 @@ ClientFactsReader::Request ClientFactsReader::ask(StackEntry& entry) {
   const auto client = entry.clientOrSelf();
   Request request{};
   request.entry = &entry;
-  request.types = property(client, "_NET_WM_WINDOW_TYPE", longestList);
-  request.states = property(client, "_NET_WM_STATE", longestList);
-  request.pid = property(client, "_NET_WM_PID", 1);
-  request.opacity = property(client, "_NET_WM_WINDOW_OPACITY", 1);
-  request.frameOpacity = property(entry.id, "_NET_WM_WINDOW_OPACITY", 1);
-  request.workspace = property(client, "_NET_WM_DESKTOP", 1);
+  request.types = askProperty(connection_, client, "_NET_WM_WINDOW_TYPE", longestList);
+  request.states = askProperty(connection_, client, "_NET_WM_STATE", longestList);
+  request.pid = askProperty(connection_, client, "_NET_WM_PID", 1);
+  request.opacity = askProperty(connection_, client, "_NET_WM_WINDOW_OPACITY", 1);
+  request.frameOpacity = askProperty(connection_, entry.id, "_NET_WM_WINDOW_OPACITY", 1);
+  request.workspace = askProperty(connection_, client, "_NET_WM_DESKTOP", 1);
   request.hasOwner = connection_.extension(Extension::res).has_value();
   if (request.hasOwner) request.owner = askOwner(client);
   return request;
@@ -70,45 +71,35 @@ ClientFactsReader::Request ClientFactsReader::ask(StackEntry& entry) {
 
 void ClientFactsReader::answer(const Request& request) {
   ClientFacts facts;
-  for (const auto type : values(request.types)) {
+  for (const auto type : propertyValues(connection_, request.types)) {
     if (const auto kind = kindOf(type)) {
       facts.kind = *kind;
       break;
     }
   }
-  for (const auto state : values(request.states)) {
+  for (const auto state : propertyValues(connection_, request.states)) {
     if (state == connection_.atom("_NET_WM_STATE_ABOVE")) facts.isAbove = true;
+    if (state == connection_.atom("_NET_WM_STATE_BELOW")) facts.isBelow = true;
     if (state == connection_.atom("_NET_WM_STATE_HIDDEN")) facts.isHidden = true;
   }
-  const auto named = values(request.pid);
+  const auto named = propertyValues(connection_, request.pid);
   if (request.hasOwner) facts.pid = ownerPid(request.owner);
   if (!facts.pid && !named.empty()) facts.pid = positivePid(named.front());
   for (const auto cookie : {request.opacity, request.frameOpacity})
-    for (const auto opacity : values(cookie)) facts.opacity = std::min(facts.opacity, opacity / double{0xffffffff});
-  for (const auto workspace : values(request.workspace))
+    for (const auto opacity : propertyValues(connection_, cookie))
+      facts.opacity = std::min(facts.opacity, opacity / double{0xffffffff});
+  for (const auto workspace : propertyValues(connection_, request.workspace))
     if (workspace != allWorkspaces) facts.workspace = workspace;
   request.entry->facts = facts;
   request.entry->hasFacts = true;
 }
 
 std::optional<std::int32_t> ClientFactsReader::readPid(xcb_window_t window) {
-  const auto named = property(window, "_NET_WM_PID", 1);
+  const auto named = askProperty(connection_, window, "_NET_WM_PID", 1);
   std::optional<std::int32_t> pid;
   if (connection_.extension(Extension::res)) pid = ownerPid(askOwner(window));
-  const auto value = values(named);
+  const auto value = propertyValues(connection_, named);
   return pid || value.empty() ? pid : positivePid(value.front());
-}
-
-xcb_get_property_cookie_t ClientFactsReader::property(xcb_window_t window, std::string_view name,
-                                                      std::uint32_t length) {
-  return xcb_get_property(connection_.get(), 0, window, connection_.atom(name), XCB_ATOM_ANY, 0, length);
-}
-
-std::vector<std::uint32_t> ClientFactsReader::values(xcb_get_property_cookie_t cookie) {
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
-  if (!reply || reply->format != 32) return {};
-  const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-  return {first, first + reply->value_len};
 }
 
 xcb_res_query_client_ids_cookie_t ClientFactsReader::askOwner(xcb_window_t window) {

@@ -35,8 +35,6 @@ class ClientFactsReader {
   };
   Request ask(StackEntry& entry);
   void answer(const Request& request);
-  xcb_get_property_cookie_t property(xcb_window_t window, std::string_view name, std::uint32_t length);
-  std::vector<std::uint32_t> values(xcb_get_property_cookie_t cookie);
   xcb_res_query_client_ids_cookie_t askOwner(xcb_window_t window);
   std::optional<std::int32_t> ownerPid(xcb_res_query_client_ids_cookie_t cookie);
   std::optional<WindowKind> kindOf(xcb_atom_t type);

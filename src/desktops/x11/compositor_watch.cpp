@@ -25,7 +25,8 @@ CompositorWatch::CompositorWatch(Connection& connection, platform::MainQueue& qu
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   const Reply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
       connection_.get(), xcb_get_selection_owner(connection_.get(), selection_), nullptr));
-  isRunning_ = owner && owner->owner != XCB_WINDOW_NONE;
+  if (owner) owner_ = owner->owner;
+  isRunning_ = owner_ != XCB_WINDOW_NONE;
   blurs_ = readBlur();
 }
 
@@ -47,6 +48,8 @@ void CompositorWatch::handle(const xcb_generic_event_t& event) {
 
 void CompositorWatch::ownerChanged(xcb_window_t owner) {
   start_.reset();
+  if (std::exchange(owner_, owner) != owner && isRunning_ && owner != XCB_WINDOW_NONE)
+    handlers_.forEach([](const auto& handler) { handler(); });
   if (owner == XCB_WINDOW_NONE) return setRunning(false);
   if (!isRunning_) start_ = queue_.after(secondsToTakeOver, [this] { setRunning(true); });
 }

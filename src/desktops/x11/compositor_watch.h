@@ -16,6 +16,8 @@ class CompositorWatch {
 
   // True once a compositor has had the time to take over; false at once when it is gone.
   bool isRunning() const { return isRunning_; }
+  // The window that a compositor owns its selection with, none without one.
+  xcb_window_t owner() const { return owner_; }
   bool blursBehindWindows() const { return isRunning_ && blurs_; }
 
   // Called at each change, while events are being handled.
@@ -30,6 +32,7 @@ class CompositorWatch {
   Connection& connection_;
   platform::MainQueue& queue_;
   xcb_atom_t selection_;
+  xcb_window_t owner_ = XCB_WINDOW_NONE;
   bool isRunning_ = false;
   bool blurs_ = false;
   platform::WorkItem start_;

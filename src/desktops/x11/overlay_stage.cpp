@@ -6,16 +6,18 @@ namespace hushpane::x11 {
 
 namespace {
 constexpr double secondsPerFrame = 1.0 / 60;
-}
+const std::vector<xcb_window_t> noWindows;
+}  // namespace
 
 OverlayStage::OverlayStage(platform::Animator& animator, platform::MainQueue& queue, TurnEnd& turnEnd,
-                           Placement& placement, OverlayServices services)
+                           PlacementChoice& placement, OverlayServices services)
     : animator_(animator), queue_(queue), turnEnd_(turnEnd), placement_(placement), services_(services) {
   turns_ = turnEnd_.add([this] { show(); });
   treeChanges_ = services_.tree.addChangeHandler([this] {
     if (hasVisible()) request();
   });
   compositorChanges_ = services_.compositor.addChangeHandler([this] { compositorChanged(); });
+  placementChanges_ = placement_.addChangeHandler([this] { request(); });
 }
 
 std::unique_ptr<platform::Window> OverlayStage::makeWindow(const platform::Rect& frame,
@@ -23,14 +25,9 @@ std::unique_ptr<platform::Window> OverlayStage::makeWindow(const platform::Rect&
   return std::make_unique<X11Window>(animator_, frame, configuration, services_, *this);
 }
 
-void OverlayStage::add(X11Window& window) {
-  windows_.push_back(&window);
-  services_.tree.addOwn(window.id(), window.bounds());
-}
-
 void OverlayStage::remove(X11Window& window) {
   std::erase(windows_, &window);
-  services_.tree.removeOwn(window.id());
+  window.hide(placement_);
 }
 
 bool OverlayStage::hasVisible() const {
@@ -56,29 +53,36 @@ void OverlayStage::compositorChanged() {
 }
 
 void OverlayStage::show() {
+  recheck_.reset();
   for (auto* window : windows_)
-    if (!window->isVisible()) window->hide();
+    if (!window->isVisible()) window->hide(placement_);
   if (!hasVisible()) return refresh_.reset();
-  const auto& stack = services_.tree.entries();
   std::vector<X11Window*> visible;
   std::vector<PlacementWish> wishes;
   for (auto* window : windows_) {
     if (!window->isVisible()) continue;
+    window->ready(placement_);
     visible.push_back(window);
     wishes.push_back(window->wish());
   }
-  const auto plan = placement_.plan(stack, wishes);
-  for (auto* window : visible) window->present(windowsBelow(*window, plan.order));
+  const auto plan = placement_.plan(services_.tree.entries(), wishes);
+  for (auto* window : visible) {
+    const auto clear = plan.clear.find(window->id());
+    window->present(windowsBelow(*window, plan.order), clear == plan.clear.end() ? noWindows : clear->second,
+                    plan.waiting.contains(window->id()));
+  }
   placement_.carryOut(plan);
   for (auto* window : visible) window->settle();
+  if (plan.recheck) recheck_ = queue_.after(*plan.recheck, [this] { request(); });
   shownAt_ = queue_.now();
 }
 
 std::vector<StackEntry> OverlayStage::windowsBelow(const X11Window& window,
                                                    const std::vector<xcb_window_t>& order) const {
   std::vector<StackEntry> below;
+  const auto* own = services_.tree.topLevelOf(window.id());
   for (const auto id : order) {
-    if (id == window.id()) break;
+    if (own && id == own->id) break;
     const auto* entry = services_.tree.topLevelOf(id);
     if (!entry || !entry->isVisible() || entry->isOwn) continue;
     if (!entry->bounds.intersection(window.bounds()).isEmpty()) below.push_back(*entry);

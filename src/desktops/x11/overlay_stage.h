@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "desktops/x11/placement.h"
+#include "desktops/x11/placement_choice.h"
 #include "desktops/x11/turn_end.h"
 #include "desktops/x11/x11_window.h"
 #include "platform/main_queue.h"
@@ -15,13 +15,13 @@ namespace hushpane::x11 {
 // them for these places, and then moves them there.
 class OverlayStage : public platform::Windows {
  public:
-  OverlayStage(platform::Animator& animator, platform::MainQueue& queue, TurnEnd& turnEnd, Placement& placement,
+  OverlayStage(platform::Animator& animator, platform::MainQueue& queue, TurnEnd& turnEnd, PlacementChoice& placement,
                OverlayServices services);
 
   std::unique_ptr<platform::Window> makeWindow(const platform::Rect& frame,
                                                const platform::WindowConfiguration& configuration) override;
 
-  void add(X11Window& window);
+  void add(X11Window& window) { windows_.push_back(&window); }
   void remove(X11Window& window);
   // Something is to be shown at the end of this turn.
   void request() { turnEnd_.request(); }
@@ -37,14 +37,16 @@ class OverlayStage : public platform::Windows {
   platform::Animator& animator_;
   platform::MainQueue& queue_;
   TurnEnd& turnEnd_;
-  Placement& placement_;
+  PlacementChoice& placement_;
   OverlayServices services_;
   std::vector<X11Window*> windows_;
   double shownAt_ = 0;
   platform::WorkItem refresh_;
+  platform::WorkItem recheck_;
   platform::Token turns_;
   platform::Token treeChanges_;
   platform::Token compositorChanges_;
+  platform::Token placementChanges_;
 };
 
 }  // namespace hushpane::x11

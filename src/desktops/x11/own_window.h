@@ -3,12 +3,25 @@
 #include <string_view>
 
 #include "desktops/x11/connection.h"
+#include "desktops/x11/pixel_rect.h"
 
 namespace hushpane::x11 {
 
-// Tells everybody what a window of the program is: its name, class and process, and that it is on every workspace. Its
-// type keeps compositors from fading it, and most of them from drawing a shadow around it.
-void introduceOwnWindow(Connection& connection, xcb_window_t window, std::string_view name);
+inline constexpr std::string_view overlayName = "Hushpane";
+
+// Tells everybody what a window of the program is: its name, class and process, and that it is on every workspace. The
+// type of a dock keeps compositors from fading it, and most of them from drawing a shadow around it.
+void introduceOwnWindow(Connection& connection, xcb_window_t window, std::string_view name,
+                        std::string_view type = "_NET_WM_WINDOW_TYPE_DOCK");
+
+// Tells a window manager, before the map, how to keep an overlay: where it is, in no list, never with the focus,
+// without a frame that anybody sees, and beneath all others or not (ICCCM 4.1.2, EWMH).
+void introduceToManager(Connection& connection, xcb_window_t window, const PixelRect& bounds, bool isBeneath);
+
+// A compositor must not paint other windows past a large one.
+void forbidBypass(Connection& connection, xcb_window_t window);
+
+void configureBounds(Connection& connection, xcb_window_t window, const PixelRect& bounds);
 
 void setWindowNumber(Connection& connection, xcb_window_t window, std::string_view property, xcb_atom_t type,
                      std::uint32_t value);

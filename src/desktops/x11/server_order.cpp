@@ -39,27 +39,87 @@ std::vector<Restack> directlyAboveDesktop(xcb_window_t window, std::size_t at, S
   return {{window, XCB_WINDOW_NONE, XCB_STACK_MODE_BELOW}};
 }
 
-std::vector<Restack> directlyBelow(xcb_window_t window, std::size_t at, std::size_t sibling, Stack stack) {
+bool touches(const OrderItem& item, const PlacementWish& wish) {
+  return !item.bounds.intersection(wish.bounds).isEmpty();
+}
+
+std::optional<std::size_t> topmostStranger(const PlacementWish& wish, Stack stack) {
+  const auto strangers = strangersAbove(wish, stack);
+  for (auto each = strangers.rbegin(); each != strangers.rend(); ++each)
+    if (std::ranges::find(wish.newcomers, *each) == wish.newcomers.end()) return indexOf(stack, *each);
+  return std::nullopt;
+}
+
+std::vector<Restack> directlyAbove(xcb_window_t window, std::size_t at, std::size_t sibling, Stack stack) {
+  if (at > sibling && isFree(stack, sibling + 1, at)) return {};
+  return {{window, stack[sibling].id, XCB_STACK_MODE_ABOVE}};
+}
+
+std::vector<Restack> directlyBelow(const PlacementWish& wish, std::size_t at, std::size_t sibling, Stack stack) {
+  if (const auto stranger = topmostStranger(wish, stack)) return directlyAbove(wish.window, at, *stranger, stack);
   if (at < sibling && isFree(stack, at + 1, sibling)) return {};
-  return {{window, stack[sibling].id, XCB_STACK_MODE_BELOW}};
+  return {{wish.window, stack[sibling].id, XCB_STACK_MODE_BELOW}};
 }
 
 std::vector<Restack> inFront(xcb_window_t window, std::size_t at, Stack stack) {
   const auto front = topmost(stack, OrderRole::ordinary);
-  if (!front) return directlyAboveDesktop(window, at, stack);
-  if (at > *front && isFree(stack, *front + 1, at)) return {};
-  return {{window, stack[*front].id, XCB_STACK_MODE_ABOVE}};
+  return front ? directlyAbove(window, at, *front, stack) : directlyAboveDesktop(window, at, stack);
+}
+
+// Window managers and toolkits park helper windows left of or above the screen.
+bool isParked(const StackEntry& entry) {
+  return entry.bounds.right() <= 0 || entry.bounds.bottom() <= 0;
+}
+
+OrderRole roleOf(const StackEntry& entry) {
+  if (entry.isOwn) return OrderRole::overlay;
+  if (!entry.isVisible() || isParked(entry)) return OrderRole::passive;
+  if (entry.facts.kind == WindowKind::desktop) return OrderRole::desktop;
+  if (entry.facts.kind == WindowKind::dock) return OrderRole::dock;
+  return layerOf(entry.layerFacts()) == 0 ? OrderRole::ordinary : OrderRole::raised;
 }
 
 }  // namespace
+
+std::vector<OrderItem> orderItemsOf(const std::vector<StackEntry>& stack) {
+  std::vector<OrderItem> items;
+  items.reserve(stack.size());
+  for (const auto& entry : stack) items.push_back({entry.id, roleOf(entry), entry.facts.pid.value_or(0), entry.bounds});
+  return items;
+}
 
 std::vector<Restack> restacksFor(const PlacementWish& wish, std::span<const OrderItem> stack) {
   const auto at = indexOf(stack, wish.window);
   if (!at) return {};
   if (wish.level < platform::windowLevel::normal) return directlyAboveDesktop(wish.window, *at, stack);
   if (wish.place == platform::Window::Place::front) return inFront(wish.window, *at, stack);
-  if (const auto sibling = indexOf(stack, wish.sibling)) return directlyBelow(wish.window, *at, *sibling, stack);
+  if (const auto sibling = indexOf(stack, wish.sibling)) return directlyBelow(wish, *at, *sibling, stack);
   return wish.isPlaced ? std::vector<Restack>{} : inFront(wish.window, *at, stack);
+}
+
+std::vector<xcb_window_t> strangersAbove(const PlacementWish& wish, std::span<const OrderItem> stack) {
+  std::vector<xcb_window_t> strangers;
+  const auto sibling = indexOf(stack, wish.sibling);
+  if (!sibling || wish.level < platform::windowLevel::normal || wish.place != platform::Window::Place::below)
+    return strangers;
+  for (const auto& item : stack.subspan(*sibling + 1))
+    if (item.role == OrderRole::ordinary && item.application != stack[*sibling].application && touches(item, wish))
+      strangers.push_back(item.id);
+  return strangers;
+}
+
+std::vector<xcb_window_t> leftClear(const PlacementWish& wish, std::span<const OrderItem> stack) {
+  std::vector<xcb_window_t> clear;
+  const auto at = indexOf(stack, wish.window);
+  const auto sibling = indexOf(stack, wish.sibling);
+  if (!at || wish.level < platform::windowLevel::normal) return clear;
+  for (std::size_t index = 0; index < *at; ++index) {
+    const auto& item = stack[index];
+    const bool isInFront = sibling && index >= *sibling && item.role == OrderRole::ordinary &&
+                           item.application == stack[*sibling].application;
+    if ((isInFront || item.role == OrderRole::dock) && touches(item, wish)) clear.push_back(item.id);
+  }
+  return clear;
 }
 
 void carryOut(const Restack& restack, std::vector<OrderItem>& stack) {

@@ -3,26 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "desktops/x11/own_window.h"
+
 namespace hushpane::x11 {
-
-namespace {
-
-constexpr int attemptsPerReason = 3;
-constexpr double secondsOfQuiet = 1;  // after which a wrong place is a new reason
-
-// Window managers and toolkits park helper windows left of or above the screen.
-bool isParked(const StackEntry& entry) {
-  return entry.bounds.right() <= 0 || entry.bounds.bottom() <= 0;
-}
-
-OrderRole roleOf(const StackEntry& entry) {
-  if (entry.isOwn) return OrderRole::overlay;
-  if (!entry.isVisible() || isParked(entry)) return OrderRole::passive;
-  if (entry.facts.kind == WindowKind::desktop) return OrderRole::desktop;
-  return layerOf(entry.layerFacts()) == 0 ? OrderRole::ordinary : OrderRole::raised;
-}
-
-}  // namespace
 
 ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree)
     : connection_(connection), queue_(queue), tree_(tree) {
@@ -32,31 +15,39 @@ ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::Mai
   });
 }
 
+void ServerOrderPlacement::introduce(const PlacementWish& wish) {
+  introduceOwnWindow(connection_, wish.window, overlayName);
+  forbidBypass(connection_, wish.window);
+}
+
+void ServerOrderPlacement::forget(xcb_window_t overlay) {
+  budget_.forget(overlay);
+  newcomers_.forget(overlay);
+}
+
 PlacementPlan ServerOrderPlacement::plan(const std::vector<StackEntry>& stack,
                                          const std::vector<PlacementWish>& wishes) {
-  std::vector<OrderItem> items;
-  items.reserve(stack.size());
-  for (const auto& entry : stack) items.push_back({entry.id, roleOf(entry)});
+  auto items = orderItemsOf(stack);
   PlacementPlan plan;
-  for (const auto& wish : wishes) {
+  hasFailed_ = false;
+  for (auto wish : wishes) {
+    wish.newcomers = newcomers_.above(wish, items, queue_.now());
+    if (!wish.newcomers.empty()) plan.recheck = Newcomers::secondsOfGrace;
     const auto steps = restacksFor(wish, items);
-    if (steps.empty() || !mayAssert(wish)) continue;
+    if (steps.empty()) continue;
+    const auto verdict = budget_.ask(wish, items, queue_.now());
+    if (verdict == RestackBudget::Verdict::lost) hasFailed_ = true;
+    if (verdict == RestackBudget::Verdict::wait) plan.recheck = RestackBudget::secondsToWait;
+    if (verdict != RestackBudget::Verdict::move) continue;
     for (const auto& step : steps) {
       x11::carryOut(step, items);
       plan.steps.push_back(step);
     }
   }
+  for (const auto& wish : wishes)
+    if (auto clear = leftClear(wish, items); !clear.empty()) plan.clear.emplace(wish.window, std::move(clear));
   for (const auto& item : items) plan.order.push_back(item.id);
   return plan;
-}
-
-bool ServerOrderPlacement::mayAssert(const PlacementWish& wish) {
-  auto& attempts = attempts_[wish.window];
-  const double now = queue_.now();
-  if (attempts.wish != wish || now - attempts.lastAt > secondsOfQuiet) attempts.left = attemptsPerReason;
-  attempts.wish = wish;
-  attempts.lastAt = now;
-  return attempts.left-- > 0;
 }
 
 void ServerOrderPlacement::carryOut(const PlacementPlan& plan) {

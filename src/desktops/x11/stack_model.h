@@ -17,6 +17,7 @@ struct ClientFacts {
   std::optional<std::int32_t> pid;
   double opacity = 1;
   bool isAbove = false;
+  bool isBelow = false;  // asks to be kept beneath others
   bool isHidden = false;
   std::optional<std::uint32_t> workspace;  // on all when absent
 };
@@ -29,7 +30,7 @@ struct StackEntry {
   int border = 0;
   bool isMapped = false;
   bool isOverrideRedirect = false;
-  bool isOwn = false;                     // an overlay of this program
+  bool isOwn = false;                     // a window of this program, or the frame of one
   xcb_window_t client = XCB_WINDOW_NONE;  // the application's window inside, when there is one
   // Known only after the server was asked, which is put off until the window is mapped.
   bool hasAttributes = false;

@@ -18,6 +18,7 @@ class WindowList : public platform::WindowList {
   std::optional<std::span<const platform::WindowInfo>> onScreenWindows() override;
 
  private:
+  void bringActiveForward();
   bool isListed(const StackEntry& entry) const;
   platform::WindowInfo describe(const StackEntry& entry) const;
 
@@ -28,6 +29,7 @@ class WindowList : public platform::WindowList {
   std::vector<platform::WindowInfo> windows_;
   std::uint64_t revision_ = 0;
   std::optional<std::uint32_t> workspaceShown_;
+  xcb_window_t activeShown_ = XCB_WINDOW_NONE;
   platform::Rect origin_;
 };
 

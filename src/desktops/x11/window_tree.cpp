@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "desktops/x11/property.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -16,10 +17,15 @@ bool isBefore(const xcb_generic_event_t& event, std::uint32_t sequence) {
 }
 }  // namespace
 
-WindowTree::WindowTree(Connection& connection)
-    : connection_(connection), factsReader_(connection), model_(connection.root()) {
+WindowTree::WindowTree(Connection& connection, ManagerWatch& manager)
+    : connection_(connection), manager_(manager), factsReader_(connection), model_(connection.root()) {
   connection_.selectRootEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
+  managerChanges_ = manager_.addChangeHandler([this] {
+    frameOfClient_.clear();
+    areClientsKnown_ = false;
+    changed();
+  });
 }
 
 void WindowTree::changed() {
@@ -35,6 +41,9 @@ bool WindowTree::forgetReused(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7f) {
     case XCB_CREATE_NOTIFY: window = reinterpret_cast<const xcb_create_notify_event_t&>(event).window; break;
     case XCB_DESTROY_NOTIFY: window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window; break;
+    case XCB_MAP_NOTIFY:
+      if (!manager_.isRunning()) areClientsKnown_ = false;
+      return false;
     case XCB_REPARENT_NOTIFY:
       frameOfClient_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
       areClientsKnown_ = false;
@@ -81,7 +90,7 @@ const std::vector<StackEntry>& WindowTree::entries() {
   if (!hasUnread_) return model_.entries();
   hasUnread_ = false;
   if (!isOrderKnown_) readOrder();
-  for (auto& entry : model_.entries()) entry.isOwn = own_.contains(entry.id);
+  for (auto& entry : model_.entries()) entry.isOwn = own_.contains(entry.id) || own_.contains(entry.client);
   readAttributes();
   if (!areClientsKnown_) readClients();
   assignClients();
@@ -139,21 +148,56 @@ void WindowTree::readAttributes() {
 
 void WindowTree::readClients() {
   areClientsKnown_ = true;
-  const auto cookie = xcb_get_property(connection_.get(), 0, connection_.root(), connection_.atom("_NET_CLIENT_LIST"),
-                                       XCB_ATOM_WINDOW, 0, longestClientList);
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
-  if (!reply || reply->format != 32) return;
-  const auto* first = static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+  if (manager_.isRunning())
+    readClientList();
+  else
+    findClients();
+}
+
+void WindowTree::readClientList() {
+  auto clients = propertyValues(connection_, connection_.root(), "_NET_CLIENT_LIST", longestClientList);
+  clients.insert(clients.end(), own_.begin(), own_.end());
   std::map<xcb_window_t, xcb_window_t> known;
   std::vector<xcb_window_t> unknown;
-  for (const auto* client = first; client != first + reply->value_len; ++client) {
-    if (const auto found = frameOfClient_.find(*client); found != frameOfClient_.end())
+  for (const auto client : clients) {
+    if (const auto found = frameOfClient_.find(client); found != frameOfClient_.end())
       known.insert(*found);
     else
-      unknown.push_back(*client);
+      unknown.push_back(client);
   }
   frameOfClient_ = std::move(known);
   resolveFrames(std::move(unknown));
+}
+
+// Without a list: every manager marks the windows that it frames (ICCCM 4.1.3.1). Walks down from all frames at once.
+void WindowTree::findClients() {
+  struct Walk {
+    xcb_window_t frame;
+    xcb_window_t at;
+    xcb_get_property_cookie_t state{};
+    xcb_query_tree_cookie_t children{};
+  };
+  std::vector<Walk> walks;
+  frameOfClient_.clear();
+  for (const auto& entry : model_.entries())
+    if (entry.isVisible() && !entry.isOwn) walks.push_back({entry.id, entry.id});
+  for (int level = 0; level < deepestFrame && !walks.empty(); ++level) {
+    for (auto& walk : walks) {
+      walk.state = askProperty(connection_, walk.at, "WM_STATE", 1);
+      walk.children = xcb_query_tree(connection_.get(), walk.at);
+    }
+    std::vector<Walk> rest;
+    for (const auto& walk : walks) {
+      const bool isClient = !propertyValues(connection_, walk.state).empty();
+      const Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(connection_.get(), walk.children, nullptr));
+      if (isClient) frameOfClient_.emplace(walk.at, walk.frame);
+      if (isClient || !reply) continue;
+      const auto* children = xcb_query_tree_children(reply.get());
+      for (int index = 0; index < xcb_query_tree_children_length(reply.get()); ++index)
+        rest.push_back({walk.frame, children[index]});
+    }
+    walks = std::move(rest);
+  }
 }
 
 // Walks up from all clients at once, one wait for the server a level.
@@ -187,12 +231,13 @@ void WindowTree::assignClients() {
     const auto found = clientOfFrame.find(entry.id);
     const xcb_window_t client = found == clientOfFrame.end() ? xcb_window_t{XCB_WINDOW_NONE} : found->second;
     if (std::exchange(entry.client, client) != client) entry.hasFacts = false;
+    if (own_.contains(client)) entry.isOwn = true;
   }
 }
 
 void WindowTree::readFacts() {
   std::vector<StackEntry*> missing;
-  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
   for (auto& entry : model_.entries()) {
     if (entry.hasFacts || !entry.isVisible() || entry.isOwn) continue;
     for (const auto window : {entry.id, entry.client})

@@ -9,6 +9,7 @@
 
 #include "desktops/x11/client_facts.h"
 #include "desktops/x11/connection.h"
+#include "desktops/x11/manager_watch.h"
 #include "desktops/x11/stack_model.h"
 #include "platform/handler_list.h"
 
@@ -19,7 +20,7 @@ namespace hushpane::x11 {
 // no round trip. Windows that vanish meanwhile are left out when the event about it arrives.
 class WindowTree {
  public:
-  explicit WindowTree(Connection& connection);
+  WindowTree(Connection& connection, ManagerWatch& manager);
 
   // From bottom to top. Valid until the next event or read.
   const std::vector<StackEntry>& entries();
@@ -32,7 +33,7 @@ class WindowTree {
   // The process that owns a window, by the cache or with one round trip.
   std::optional<std::int32_t> pidOf(xcb_window_t window);
 
-  // A window of this program, just made: it is marked and never asked about.
+  // A window of this program, just made: it is marked, as is the frame that it may get, and never asked about.
   void addOwn(xcb_window_t window, const PixelRect& bounds);
   void removeOwn(xcb_window_t window) { own_.erase(window); }
 
@@ -53,11 +54,14 @@ class WindowTree {
   void readOrder();
   void readAttributes();
   void readClients();
+  void readClientList();
+  void findClients();
   void resolveFrames(std::vector<xcb_window_t> clients);
   void assignClients();
   void readFacts();
 
   Connection& connection_;
+  ManagerWatch& manager_;
   ClientFactsReader factsReader_;
   StackModel model_;
   std::map<xcb_window_t, xcb_window_t> frameOfClient_;
@@ -71,6 +75,7 @@ class WindowTree {
   bool hasUnread_ = true;
   platform::HandlerList<void()> handlers_;
   platform::Token events_;
+  platform::Token managerChanges_;
 };
 
 }  // namespace hushpane::x11

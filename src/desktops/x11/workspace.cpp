@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "desktops/session/desktop_picture.h"
+#include "desktops/x11/property.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -12,27 +13,29 @@ namespace {
 // Window managers name no active window for a moment while they switch from one to another.
 constexpr double secondsBetweenWindows = 0.1;
 constexpr std::uint32_t longestName = 64;  // words
+constexpr std::string_view currentProperty = "_NET_CURRENT_DESKTOP";
 
 }  // namespace
 
-Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, session::UrlOpener& urls)
-    : connection_(connection), queue_(queue), tree_(tree), urls_(urls) {
+Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ActiveWindow& active,
+                     session::UrlOpener& urls)
+    : connection_(connection), queue_(queue), tree_(tree), active_(active), urls_(urls) {
   connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
-  activeWindow_ = rootValue("_NET_ACTIVE_WINDOW").value_or(XCB_WINDOW_NONE);
-  currentWorkspace_ = rootValue("_NET_CURRENT_DESKTOP");
+  activeChanges_ = active_.addChangeHandler([this] { activeWindowChanged(); });
+  activeWindow_ = active_.get();
+  currentWorkspace_ = propertyValue(connection_, connection_.root(), currentProperty);
 }
 
 void Workspace::handle(const xcb_generic_event_t& event) {
   if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
   const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-  if (property.window != connection_.root()) return;
-  if (property.atom == connection_.atom("_NET_ACTIVE_WINDOW")) readActiveWindow();
-  if (property.atom == connection_.atom("_NET_CURRENT_DESKTOP")) readCurrentWorkspace();
+  if (property.window == connection_.root() && property.atom == connection_.atom(currentProperty))
+    readCurrentWorkspace();
 }
 
-void Workspace::readActiveWindow() {
-  const auto window = rootValue("_NET_ACTIVE_WINDOW").value_or(XCB_WINDOW_NONE);
+void Workspace::activeWindowChanged() {
+  const auto window = active_.get();
   deactivation_.reset();
   if (window == activeWindow_) return;
   if (window != XCB_WINDOW_NONE) return activate(window);
@@ -46,7 +49,7 @@ void Workspace::activate(xcb_window_t window) {
 }
 
 void Workspace::readCurrentWorkspace() {
-  const auto current = rootValue("_NET_CURRENT_DESKTOP");
+  const auto current = propertyValue(connection_, connection_.root(), currentProperty);
   if (current == currentWorkspace_) return;
   currentWorkspace_ = current;
   center_.post(platform::notification::activeSpaceDidChange);
@@ -77,14 +80,6 @@ std::string Workspace::nameOf(xcb_window_t window) {
   if (separator == std::string_view::npos) return std::string(both);
   const auto rest = both.substr(separator + 1);
   return std::string(rest.substr(0, rest.find('\0')));
-}
-
-std::optional<std::uint32_t> Workspace::rootValue(std::string_view name) {
-  const auto cookie =
-      xcb_get_property(connection_.get(), 0, connection_.root(), connection_.atom(name), XCB_ATOM_ANY, 0, 1);
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
-  if (!reply || reply->format != 32 || reply->value_len < 1) return std::nullopt;
-  return *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
 }
 
 }  // namespace hushpane::x11

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "desktops/session/open_url.h"
+#include "desktops/x11/active_window.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/window_tree.h"
 #include "platform/main_queue.h"
@@ -10,10 +11,11 @@
 
 namespace hushpane::x11 {
 
-// The active window and workspace as the window manager publishes them (EWMH).
+// The application in front and the workspace that is shown (EWMH).
 class Workspace : public platform::Workspace {
  public:
-  Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, session::UrlOpener& urls);
+  Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ActiveWindow& active,
+            session::UrlOpener& urls);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
   std::optional<std::filesystem::path> desktopImageURL(const platform::Screen& screen) override;
@@ -26,15 +28,15 @@ class Workspace : public platform::Workspace {
 
  private:
   void handle(const xcb_generic_event_t& event);
-  void readActiveWindow();
+  void activeWindowChanged();
   void activate(xcb_window_t window);
   void readCurrentWorkspace();
-  std::optional<std::uint32_t> rootValue(std::string_view name);
   std::string nameOf(xcb_window_t window);
 
   Connection& connection_;
   platform::MainQueue& queue_;
   WindowTree& tree_;
+  ActiveWindow& active_;
   session::UrlOpener& urls_;
   platform::NotificationCenter center_;
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
@@ -42,6 +44,7 @@ class Workspace : public platform::Workspace {
   std::optional<std::uint32_t> currentWorkspace_;
   platform::WorkItem deactivation_;
   platform::Token events_;
+  platform::Token activeChanges_;
 };
 
 }  // namespace hushpane::x11

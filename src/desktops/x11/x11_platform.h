@@ -29,6 +29,7 @@
 #include "desktops/shared/pango_text.h"
 #include "desktops/shared/property_list.h"
 #include "desktops/shared/resource_bundle.h"
+#include "desktops/x11/active_window.h"
 #include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/covered_windows.h"
@@ -37,12 +38,13 @@
 #include "desktops/x11/frame_clock.h"
 #include "desktops/x11/hot_keys.h"
 #include "desktops/x11/keyboard_map.h"
+#include "desktops/x11/manager_watch.h"
 #include "desktops/x11/overlay_stage.h"
 #include "desktops/x11/panels.h"
+#include "desktops/x11/placement_choice.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/root_background.h"
 #include "desktops/x11/screens.h"
-#include "desktops/x11/server_order_placement.h"
 #include "desktops/x11/status_item.h"
 #include "desktops/x11/turn_end.h"
 #include "desktops/x11/window_list.h"
@@ -137,7 +139,9 @@ class X11Platform : public platform::Platform {
   desktops::LocaleEnvironment locale_;
   desktops::ImageFileLoader imageLoader_;
   Screens screens_;
+  ManagerWatch manager_;
   WindowTree tree_;
+  ActiveWindow activeWindow_;
   session::BusService portal_;
   session::UrlOpener urls_{portal_};
   Workspace workspace_;
@@ -150,7 +154,7 @@ class X11Platform : public platform::Platform {
   Render render_;
   CoveredWindows coveredWindows_;
   RootBackground rootBackground_;
-  ServerOrderPlacement placement_;
+  PlacementChoice placement_;
   OverlayStage stage_;
   Panels panels_{animator_, *connection_, base_->queue,   turnEnd_, render_,
                  screens_,  compositor_,  eventMonitors_, tree_};

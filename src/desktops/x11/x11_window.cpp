@@ -16,9 +16,6 @@ namespace hushpane::x11 {
 namespace {
 
 constexpr std::uint8_t depth = 32;
-constexpr std::string_view windowName = "Hushpane";
-// A compositor must not paint a large window past itself.
-constexpr std::uint32_t neverBypass = 2;
 
 }  // namespace
 
@@ -29,36 +26,48 @@ X11Window::X11Window(platform::Animator& animator, const platform::Rect& frame,
       stage_(stage),
       painter_(services.connection, services.render, services.covered, services.background,
                [this] { stage_.damaged(); }) {
-  create();
-  setProperties();
   stage_.add(*this);
 }
 
 X11Window::~X11Window() {
   stage_.remove(*this);
-  painter_.release();
 }
 
-void X11Window::create() {
+void X11Window::ready(Placement& placement) {
+  const bool isOfOtherKind = shown_.isManaged != placement.isManaged();
+  // A manager would have to be talked into another size.
+  const bool isOfOtherSize = shown_.isManaged && shown_.bounds != bounds();
+  if (shown_.window && (isOfOtherKind || isOfOtherSize)) retire(placement);
+  if (shown_.window) return;
+  create(placement.isManaged());
+  placement.introduce(wish());
+}
+
+void X11Window::create(bool isManaged) {
   auto& connection = services_.connection;
   auto* const server = connection.get();
   const auto visual = services_.render.argbVisual();
-  colormap_ = ColormapHandle(server, connection.newId());
-  xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, colormap_.get(), connection.root(), visual);
-  shownBounds_ = bounds();
-  window_ = WindowHandle(server, connection.newId());
-  const std::array<std::uint32_t, 4> values{XCB_BACK_PIXMAP_NONE, 0, 1, colormap_.get()};
-  xcb_create_window(server, depth, window_.get(), connection.root(), static_cast<std::int16_t>(shownBounds_.x),
-                    static_cast<std::int16_t>(shownBounds_.y), static_cast<std::uint16_t>(shownBounds_.width),
-                    static_cast<std::uint16_t>(shownBounds_.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
-                    XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP,
-                    values.data());
-  picture_ = services_.render.makePicture(window_.get(), visual);
+  shown_ = {};
+  shown_.isManaged = isManaged;
+  shown_.colormap = ColormapHandle(server, connection.newId());
+  xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, shown_.colormap.get(), connection.root(), visual);
+  shown_.bounds = bounds();
+  shown_.window = WindowHandle(server, connection.newId());
+  const auto& at = shown_.bounds;
+  const std::array<std::uint32_t, 4> values{XCB_BACK_PIXMAP_NONE, 0, isManaged ? 0u : 1u, shown_.colormap.get()};
+  xcb_create_window(
+      server, depth, id(), connection.root(), static_cast<std::int16_t>(at.x), static_cast<std::int16_t>(at.y),
+      static_cast<std::uint16_t>(at.width), static_cast<std::uint16_t>(at.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+      visual, XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_COLORMAP, values.data());
+  shown_.picture = services_.render.makePicture(id(), visual);
+  services_.tree.addOwn(id(), at);
 }
 
-void X11Window::setProperties() {
-  introduceOwnWindow(services_.connection, id(), windowName);
-  setWindowNumber(services_.connection, id(), "_NET_WM_BYPASS_COMPOSITOR", XCB_ATOM_CARDINAL, neverBypass);
+// The window of the old kind stays on screen for as long as the new one is not.
+void X11Window::retire(Placement& placement) {
+  placement.forget(id());
+  if (retired_) services_.tree.removeOwn(retired_->window.get());
+  retired_.emplace(std::exchange(shown_, {}));
 }
 
 void X11Window::frameChanged() {
@@ -82,14 +91,16 @@ void X11Window::contentChanged() {
 }
 
 PlacementWish X11Window::wish() const {
-  PlacementWish wish{id(), level(), place(), XCB_WINDOW_NONE, isPlaced_};
+  PlacementWish wish{id(), level(), place(), XCB_WINDOW_NONE, shown_.isPlaced, bounds(), {}};
   if (place() != Place::below) return wish;
   const auto* sibling = services_.tree.topLevelOf(placeSibling());
   if (sibling && sibling->isMapped) wish.sibling = sibling->id;
   return wish;
 }
 
-void X11Window::present(std::vector<StackEntry> below) {
+void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_window_t>& clear, bool isWaiting) {
+  auto shape = isWaiting ? CoverShape::nothing() : CoverShape::around(below, clear);
+  std::erase_if(below, [&](const StackEntry& entry) { return std::ranges::find(clear, entry.id) != clear.end(); });
   OverlayPicture picture;
   picture.bounds = bounds();
   picture.layers = layersOf(contentView());
@@ -99,45 +110,55 @@ void X11Window::present(std::vector<StackEntry> below) {
   picture.below = std::move(below);
   const bool hasMaterial =
       std::ranges::find(picture.layers, Layer::Kind::material, &Layer::kind) != picture.layers.end();
-  if (picture.bounds != std::exchange(shownBounds_, picture.bounds)) {
-    const std::array<std::uint32_t, 4> values{
-        static_cast<std::uint32_t>(picture.bounds.x), static_cast<std::uint32_t>(picture.bounds.y),
-        static_cast<std::uint32_t>(picture.bounds.width), static_cast<std::uint32_t>(picture.bounds.height)};
-    xcb_configure_window(services_.connection.get(), id(),
-                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                         values.data());
-  }
+  if (picture.bounds != std::exchange(shown_.bounds, picture.bounds))
+    configureBounds(services_.connection, id(), picture.bounds);
   publishOpacity(picture.isComposited ? picture.alpha : 1);
   publishBlur(hasMaterial && picture.desktopBlurs);
   const auto [width, height] = std::pair(picture.bounds.width, picture.bounds.height);
-  painter_.setPicture(std::move(picture), std::exchange(isContentChanged_, false) || !isMapped_);
-  if (isMapped_) {
-    if (painter_.isPaintNeeded()) painter_.paint(picture_.get());
+  const bool isAppearing = !shown_.isMapped || shape != shown_.shape;
+  painter_.setPicture(std::move(picture), std::exchange(isContentChanged_, false) || isAppearing);
+  if (!isAppearing) {
+    if (painter_.isPaintNeeded()) painter_.paint(shown_.picture.get());
     return;
   }
-  // The window appears with its picture: the server paints its background before anyone sees it.
-  firstPicture_ = services_.render.makeSurface(SurfaceFormat::argb, width, height);
-  painter_.paint(firstPicture_.picture.get());
-  const std::uint32_t background = firstPicture_.pixmap.get();
+  // It appears with its picture: the server paints the background before anyone sees it.
+  nextShape_ = std::move(shape);
+  background_ = services_.render.makeSurface(SurfaceFormat::argb, width, height);
+  painter_.paint(background_.picture.get());
+  const std::uint32_t background = background_.pixmap.get();
   xcb_change_window_attributes(services_.connection.get(), id(), XCB_CW_BACK_PIXMAP, &background);
 }
 
 void X11Window::settle() {
-  isPlaced_ = true;
-  if (!std::exchange(isMapped_, true)) {
+  shown_.isPlaced = true;
+  if (nextShape_) {
     auto* const server = services_.connection.get();
-    xcb_map_window(server, id());
-    setInputRegion();
+    if (std::exchange(shown_.isMapped, true)) {
+      xcb_clear_area(server, 0, id(), 0, 0, 0, 0);
+      nextShape_->apply(services_.connection, id(), shown_.bounds);
+    } else {
+      nextShape_->apply(services_.connection, id(), shown_.bounds);
+      setInputRegion();
+      xcb_map_window(server, id());
+      setInputRegion();
+    }
     const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
     xcb_change_window_attributes(server, id(), XCB_CW_BACK_PIXMAP, &none);
-    firstPicture_ = {};
+    shown_.shape = *std::exchange(nextShape_, std::nullopt);
+    background_ = {};
+  }
+  if (retired_ && shown_.shape != CoverShape::nothing()) {
+    services_.tree.removeOwn(retired_->window.get());
+    retired_.reset();
   }
   painter_.releaseUncovered();
 }
 
-void X11Window::hide() {
-  if (!std::exchange(isMapped_, false)) return;
-  xcb_unmap_window(services_.connection.get(), id());
+void X11Window::hide(Placement& placement) {
+  if (!shown_.window) return;
+  retire(placement);
+  services_.tree.removeOwn(retired_->window.get());
+  retired_.reset();
   painter_.release();
   isContentChanged_ = true;
 }
@@ -149,12 +170,13 @@ void X11Window::setInputRegion() {
 }
 
 void X11Window::publishOpacity(double opacity) {
-  if (std::exchange(publishedOpacity_, opacity) != opacity) x11::publishOpacity(services_.connection, id(), opacity);
+  if (std::exchange(shown_.publishedOpacity, opacity) != opacity)
+    x11::publishOpacity(services_.connection, id(), opacity);
 }
 
 // Present and empty, the property asks for the whole window.
 void X11Window::publishBlur(bool isWanted) {
-  if (std::exchange(isBlurPublished_, isWanted) == isWanted) return;
+  if (std::exchange(shown_.isBlurPublished, isWanted) == isWanted) return;
   auto& connection = services_.connection;
   const auto name = connection.atom("_KDE_NET_WM_BLUR_BEHIND_REGION");
   if (isWanted)

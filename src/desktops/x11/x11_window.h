@@ -5,10 +5,11 @@
 
 #include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
+#include "desktops/x11/cover_shape.h"
 #include "desktops/x11/overlay_painter.h"
+#include "desktops/x11/placement.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/screens.h"
-#include "desktops/x11/server_order.h"
 #include "desktops/x11/window_tree.h"
 #include "platform/window.h"
 
@@ -27,25 +28,28 @@ struct OverlayServices {
   RootBackground& background;
 };
 
-// An override-redirect window with an alpha channel: on every workspace, out of the window manager's hands, and never
-// in the way of a click. Changes are only noted; the stage shows them at the end of the turn, in the order
-// present() - the place in the stack - settle().
+// An overlay with an alpha channel, on every workspace and never in the way of a click. Its window in the server exists
+// only while it is shown, and is made anew where the placement wants one of the other kind. Changes are only noted; the
+// stage shows them at the end of the turn, in the order ready() - present() - the place in the stack - settle().
 class X11Window : public platform::Window {
  public:
   X11Window(platform::Animator& animator, const platform::Rect& frame,
             const platform::WindowConfiguration& configuration, OverlayServices services, OverlayStage& stage);
   ~X11Window() override;
 
-  xcb_window_t id() const { return window_.get(); }
+  // None while it is not shown.
+  xcb_window_t id() const { return shown_.window.get(); }
   PixelRect bounds() const { return services_.screens.toPixels(frame()); }
-  bool isMapped() const { return isMapped_; }
 
+  // Makes the window in the server where it is missing or of another kind.
+  void ready(Placement& placement);
   PlacementWish wish() const;
-  // Draws what is to be seen when the windows `below` lie below this one.
-  void present(std::vector<StackEntry> below);
+  // Draws what is to be seen when the windows `below` lie below this one, but for those that it leaves clear; nothing
+  // is to be seen of one that waits for its place.
+  void present(std::vector<StackEntry> below, const std::vector<xcb_window_t>& clear, bool isWaiting);
   // Shows the window, where it was not shown, and lets go of what it no longer needs.
   void settle();
-  void hide();
+  void hide(Placement& placement);
   // Everything is to be drawn anew.
   void invalidate() { isContentChanged_ = true; }
 
@@ -56,25 +60,33 @@ class X11Window : public platform::Window {
   void contentChanged() override;
 
  private:
-  void create();
-  void setProperties();
+  // What the server knows of the window.
+  struct Shown {
+    ColormapHandle colormap;
+    WindowHandle window;
+    Picture picture;
+    PixelRect bounds;
+    CoverShape shape;
+    bool isManaged = false;
+    bool isMapped = false;
+    bool isPlaced = false;
+    bool isBlurPublished = false;
+    std::optional<double> publishedOpacity;
+  };
+  void create(bool isManaged);
+  void retire(Placement& placement);
   void publishOpacity(double opacity);
   void publishBlur(bool isWanted);
   void setInputRegion();
 
   OverlayServices services_;
   OverlayStage& stage_;
-  ColormapHandle colormap_;
-  WindowHandle window_;
-  Picture picture_;
+  Shown shown_;
+  std::optional<Shown> retired_;  // still to be seen until the new one is
   OverlayPainter painter_;
-  Surface firstPicture_;
-  PixelRect shownBounds_;
-  bool isMapped_ = false;
-  bool isPlaced_ = false;
+  Surface background_;  // what the server is to show where the window appears
+  std::optional<CoverShape> nextShape_;
   bool isContentChanged_ = true;
-  std::optional<double> publishedOpacity_;
-  bool isBlurPublished_ = false;
 };
 
 }  // namespace hushpane::x11

@@ -10,14 +10,22 @@ namespace {
 
 using platform::Window;
 
-// A stack from bottom to top, a letter for each window: d and D desktop, o and p ordinary, r raised, x passive, 1 and 2
-// overlays.
+constexpr PixelRect display{0, 0, 100, 100};
+
+// A stack from bottom to top, a letter for each window on that display: d and D desktop, o and p ordinary, s and S
+// ordinary of another application, b a dock, r raised, x passive, 1 and 2 overlays. O is another application's on the
+// next display.
 std::vector<OrderItem> stackOf(const std::string& letters) {
-  const std::map<char, OrderRole> roles{
-      {'d', OrderRole::desktop}, {'D', OrderRole::desktop}, {'o', OrderRole::ordinary}, {'p', OrderRole::ordinary},
-      {'r', OrderRole::raised},  {'x', OrderRole::passive}, {'1', OrderRole::overlay},  {'2', OrderRole::overlay}};
+  using enum OrderRole;
+  const std::map<char, OrderRole> roles{{'d', desktop},  {'D', desktop},  {'o', ordinary}, {'p', ordinary},
+                                        {'s', ordinary}, {'S', ordinary}, {'O', ordinary}, {'b', dock},
+                                        {'r', raised},   {'x', passive},  {'1', overlay},  {'2', overlay}};
   std::vector<OrderItem> stack;
-  for (const char letter : letters) stack.push_back({static_cast<xcb_window_t>(letter), roles.at(letter)});
+  for (const char letter : letters) {
+    const bool isStranger = letter == 's' || letter == 'S' || letter == 'O';
+    stack.push_back({static_cast<xcb_window_t>(letter), roles.at(letter), isStranger ? 2 : 1,
+                     letter == 'O' ? display.translated(100, 0) : display});
+  }
   return stack;
 }
 
@@ -34,15 +42,28 @@ struct Case {
   const char* after;  // the same as before: nothing is asked of the server
 };
 
-PlacementWish aboveDesktop(char window = '1') {
-  return {static_cast<xcb_window_t>(window), platform::windowLevel::aboveDesktop};
-}
 PlacementWish front(char window = '1') {
-  return {static_cast<xcb_window_t>(window)};
+  PlacementWish wish;
+  wish.window = static_cast<xcb_window_t>(window);
+  wish.bounds = display;
+  return wish;
+}
+PlacementWish aboveDesktop(char window = '1') {
+  auto wish = front(window);
+  wish.level = platform::windowLevel::aboveDesktop;
+  return wish;
 }
 PlacementWish below(char sibling, bool isPlaced = true, char window = '1') {
-  return {static_cast<xcb_window_t>(window), platform::windowLevel::normal, Window::Place::below,
-          static_cast<xcb_window_t>(sibling), isPlaced};
+  auto wish = front(window);
+  wish.place = Window::Place::below;
+  wish.sibling = static_cast<xcb_window_t>(sibling);
+  wish.isPlaced = isPlaced;
+  return wish;
+}
+PlacementWish belowDespite(char sibling, char newcomer) {
+  auto wish = below(sibling);
+  wish.newcomers = {static_cast<xcb_window_t>(newcomer)};
+  return wish;
 }
 
 TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
@@ -60,6 +81,11 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
       {"below a window already, the other overlay between", "o12p", below('p'), "o12p"},
       {"below a window that is gone: stays", "o1p", below('q'), "o1p"},
       {"below a window that is gone, never placed: in front", "1opr", below('q', false), "op1r"},
+      {"a window that the manager did not raise: above the strangers over it", "1osSr", below('o'), "osS1r"},
+      {"above the strangers already", "os1p", below('o'), "os1p"},
+      {"a stranger on another display does not count", "1oO", below('o'), "1oO"},
+      {"a stranger that has just come is let be, one that stays is not", "1osS", belowDespite('o', 'S'), "os1S"},
+      {"below a window already, a dock beneath", "bs1o", below('o'), "bs1o"},
       {"in front, beneath docks", "1opr", front(), "op1r"},
       {"in front from above docks", "opr1", front(), "op1r"},
       {"in front already", "op12r", front(), "op12r"},
@@ -74,6 +100,25 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
     for (const auto& step : steps) carryOut(step, stack);
     EXPECT_EQ(lettersOf(stack), after);
     EXPECT_TRUE(restacksFor(wish, stack).empty()) << "a place that was just taken is right";
+  }
+}
+
+TEST(ServerOrderTest, TellsWhatAnOverlayMustLeaveClear) {
+  struct Clear {
+    const char* name;
+    const char* stack;
+    PlacementWish wish;
+    const char* clear;
+  };
+  for (const auto& [name, letters, wish, expected] :
+       {Clear{"beneath the active window: nothing", "s1o", below('o'), ""},
+        Clear{"above strangers: the active window and what its application has above it", "posp1", below('o'), "op"},
+        Clear{"a dock that lies beneath it", "bs1o", below('o'), "b"},
+        Clear{"the desktop's cover: nothing", "bd1o", aboveDesktop(), ""}}) {
+    SCOPED_TRACE(name);
+    std::string clear;
+    for (const auto window : leftClear(wish, stackOf(letters))) clear += static_cast<char>(window);
+    EXPECT_EQ(clear, expected);
   }
 }
 

@@ -1,0 +1,55 @@
+#include "desktops/x11/placement_choice.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "desktops/shared/debug_log.h"
+
+namespace hushpane::x11 {
+
+PlacementChoice::PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree,
+                                 ManagerWatch& manager, CompositorWatch& compositor)
+    : manager_(manager), compositor_(compositor), serverOrder_(connection, queue, tree), managed_(connection, queue) {
+  managerChanges_ = manager_.addChangeHandler([this] { surroundingsChanged(); });
+  compositorChanges_ = compositor_.addChangeHandler([this] { surroundingsChanged(); });
+  surroundingsChanged();
+}
+
+// The best first. A manager that composites by itself may paint its own windows in an order that the server's tree does
+// not show, with every other window on top.
+std::vector<Placement*> PlacementChoice::candidates() {
+  if (!manager_.supports("_NET_RESTACK_WINDOW")) return {&serverOrder_};
+  if (manager_.owns(compositor_.owner())) return {&managed_, &serverOrder_};
+  return {&serverOrder_, &managed_};
+}
+
+void PlacementChoice::surroundingsChanged() {
+  failed_.clear();
+  choose(*candidates().front());
+}
+
+void PlacementChoice::choose(Placement& placement) {
+  if (std::exchange(current_, &placement) == &placement) return;
+  desktops::debugLog(std::string("overlays are placed by ") +
+                     (placement.isManaged() ? "the window manager" : "the order in the server"));
+  handlers_.forEach([](const auto& handler) { handler(); });
+}
+
+void PlacementChoice::forget(xcb_window_t overlay) {
+  serverOrder_.forget(overlay);
+  managed_.forget(overlay);
+}
+
+PlacementPlan PlacementChoice::plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) {
+  auto plan = current_->plan(stack, wishes);
+  if (!current_->hasFailed() || !failed_.insert(current_).second) return plan;
+  const auto all = candidates();
+  const auto next = std::ranges::find_if(all, [this](const Placement* each) { return !failed_.contains(each); });
+  // Where none works, the one that should is the least bad.
+  choose(next == all.end() ? *all.front() : **next);
+  plan.steps.clear();
+  plan.requests.clear();
+  return plan;
+}
+
+}  // namespace hushpane::x11

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <span>
+#include <vector>
+
+#include "desktops/x11/server_order.h"
+
+namespace hushpane::x11 {
+
+// Decides how often an overlay's place may be asserted: two restackers must not chase each other for ever. Somebody who
+// moves the overlay itself is answered three times and has then won, until something else changes. Where it is other
+// windows that move, every move is a new reason, but only so many a second.
+class RestackBudget {
+ public:
+  enum class Verdict {
+    move,  // the overlay may be moved now; it is counted
+    wait,  // ask again a little later
+    lost,  // moving it has not helped
+  };
+  static constexpr double secondsToWait = 0.1;
+
+  // `gap` is how long an answer to a request may take, in seconds.
+  explicit RestackBudget(double gap) : gap_(gap) {}
+
+  // To be asked about an overlay that is out of place. `now` is in monotonic seconds.
+  Verdict ask(const PlacementWish& wish, std::span<const OrderItem> stack, double now);
+  // Everybody restacks for a good reason now.
+  void renew() { accounts_.clear(); }
+  void forget(xcb_window_t overlay) { accounts_.erase(overlay); }
+
+ private:
+  struct Account {
+    PlacementWish wish;
+    std::vector<xcb_window_t> others;  // what could be seen when the overlay was last moved, in order
+    int left = 0;
+    double movedAt = 0;
+    double askedAt = 0;
+    double tokens = 0;
+    double filledAt = 0;
+  };
+
+  double gap_;
+  std::map<xcb_window_t, Account> accounts_;
+};
+
+}  // namespace hushpane::x11
