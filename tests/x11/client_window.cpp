@@ -10,11 +10,13 @@ static xcb_visualid_t alphaVisual(const xcb_screen_t& screen) {
   throw std::runtime_error("the X server has no visual with alpha");
 }
 
-ClientWindow::ClientWindow(const XConnection& application, const Look& look)
+ClientWindow::ClientWindow(const XConnection& application, const Look& look, Appearing appearing)
     : x_(application), window_(xcb_generate_id(x_.get())), color_(look.color) {
   create(look);
   describe(look);
   xcb_map_window(x_.get(), window_);
+  x_.sync();
+  if (appearing == Appearing::someTime) return;
   if (!waitUntil([&] { return x_.isOnScreen(window_); })) throw std::runtime_error("a window did not appear");
 }
 
@@ -45,6 +47,7 @@ void ClientWindow::describe(const Look& look) const {
   x_.setNumbers(window_, "WM_NORMAL_HINTS", "WM_SIZE_HINTS", sizeHints);
   x_.setNumbers(window_, "_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {hasDecorations, 0, 0, 0, 0});
   x_.setNumbers(window_, "_NET_WM_WINDOW_TYPE", "ATOM", {x_.atom(look.type)});
+  if (look.owner != XCB_NONE) x_.setNumbers(window_, "WM_TRANSIENT_FOR", "WINDOW", {look.owner});
 }
 
 int ClientWindow::clicks() {

@@ -17,9 +17,12 @@ class ClientWindow {
     std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
     bool overridesRedirect = false;  // menus and tooltips stand outside the window manager
     std::uint8_t opacity = 255;      // less: what a compositor is to blend; the color is premultiplied
+    xcb_window_t owner = XCB_NONE;   // what a dialog or menu belongs to
   };
+  // Whether the window has to be on the screen at once, or when the window manager comes to it.
+  enum class Appearing { atOnce, someTime };
 
-  ClientWindow(const XConnection& application, const Look& look);
+  ClientWindow(const XConnection& application, const Look& look, Appearing appearing = Appearing::atOnce);
   ~ClientWindow();
   ClientWindow(const ClientWindow&) = delete;
   ClientWindow& operator=(const ClientWindow&) = delete;

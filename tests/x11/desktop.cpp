@@ -6,8 +6,7 @@
 
 namespace hushpane::x11_tests {
 
-Desktop::Desktop() {
-  plugInRightMonitor();
+Desktop::Desktop(const WindowManagerKind& windowManager) : Session(windowManager, Monitors::both) {
   const auto open = [this](const Terminal::Look& look) {
     return std::make_unique<Terminal>(look, environment(), logs(), x());
   };

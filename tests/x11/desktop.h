@@ -18,7 +18,7 @@ class Desktop : public testing::Test, protected Session {
   // How dark the dim is at its strengths.
   static constexpr double subtle = 0.3, balanced = 0.5, strong = 0.7;
 
-  Desktop();
+  explicit Desktop(const WindowManagerKind& windowManager = openbox());
   // Where people ask for pictures, a test that failed leaves one of the end.
   void TearDown() override;
 
@@ -38,6 +38,7 @@ class Desktop : public testing::Test, protected Session {
   // Asks it to end.
   std::optional<int> stopHushpane() { return hushpane_->terminate(); }
   Process& hushpane() { return *hushpane_; }
+  pid_t hushpanePid() const { return hushpane_->pid(); }
   testing::AssertionResult entersMode(const std::string& mode) const;
 
   // --- what people see ---
@@ -49,6 +50,8 @@ class Desktop : public testing::Test, protected Session {
   testing::AssertionResult showsDimExcept(const std::vector<Rect>& clear, double alpha = balanced) const;
   // Whether the whole screen comes to look as if the program did not run.
   testing::AssertionResult looksUntouched() const;
+  // The screen before the start.
+  const Picture& untouched() const { return untouched_; }
   // The screen once nothing draws on it any more.
   Picture settledPicture() const;
   // Saves a picture for people who ask for it.

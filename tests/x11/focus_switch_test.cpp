@@ -101,17 +101,7 @@ TEST_P(FocusSwitch, CoverMovesWithinAFrameOfAClick) {
 
 // A window manager that raises while the program restacks: whatever crosses on the way, the end is right.
 TEST_P(FocusSwitch, CoverIsRightAfterSwitchesThatOvertakeIt) {
-  const auto raise = [this](const Terminal& terminal) {
-    xcb_client_message_event_t request{};
-    request.response_type = XCB_CLIENT_MESSAGE;
-    request.format = 32;
-    request.window = terminal.window();
-    request.type = x().atom("_NET_ACTIVE_WINDOW");
-    request.data.data32[0] = 2;  // from a task bar (EWMH)
-    xcb_send_event(x().get(), 0, x().root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&request));
-    x().sync();
-  };
+  const auto raise = [this](const Terminal& terminal) { request(terminal.window(), "_NET_ACTIVE_WINDOW", {2}); };
   const std::vector<const Terminal*> terminals{red_.get(), green_.get(), blue_.get()};
   for (int round = 0; round < 4; ++round) {
     for (int number = 0; number < 90; ++number) {

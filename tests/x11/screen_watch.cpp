@@ -20,6 +20,7 @@ std::vector<ScreenWatch::Look> ScreenWatch::stop() {
 void ScreenWatch::watch(const std::string& display) {
   const XConnection x(display);
   const xcb_atom_t activeWindow = x.atom("_NET_ACTIVE_WINDOW");
+  tellsActiveWindow_ = !x.numbers(x.root(), "_NET_SUPPORTING_WM_CHECK").empty();
   for (auto next = Clock::now(); !isOver_; next += 1ms) {
     looks_.push_back(look(x, activeWindow));
     isWatching_ = true;
@@ -30,6 +31,7 @@ void ScreenWatch::watch(const std::string& display) {
 // All requests go out in one batch, so the server answers them together.
 ScreenWatch::Look ScreenWatch::look(const XConnection& x, xcb_atom_t activeWindow) const {
   const auto active = xcb_get_property(x.get(), 0, x.root(), activeWindow, XCB_ATOM_WINDOW, 0, 1);
+  const auto focus = xcb_get_input_focus(x.get());
   std::vector<xcb_get_image_cookie_t> images;
   for (const Point& spot : spots_) {
     images.push_back(xcb_get_image(x.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, x.root(), static_cast<std::int16_t>(spot.x),
@@ -39,6 +41,11 @@ ScreenWatch::Look ScreenWatch::look(const XConnection& x, xcb_atom_t activeWindo
   if (const auto reply = own(xcb_get_property_reply(x.get(), active, nullptr));
       reply && xcb_get_property_value_length(reply.get()) == sizeof(xcb_window_t)) {
     result.activeWindow = *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
+  }
+  // Window managers without EWMH tell by the keyboard.
+  if (const auto reply = own(xcb_get_input_focus_reply(x.get(), focus, nullptr));
+      reply && !tellsActiveWindow_ && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
+    result.activeWindow = reply->focus;
   }
   for (const auto cookie : images) {
     const auto reply = own(xcb_get_image_reply(x.get(), cookie, nullptr));

@@ -34,6 +34,7 @@ class ScreenWatch {
 
   const std::vector<Point> spots_;
   std::vector<Look> looks_;
+  bool tellsActiveWindow_ = false;
   std::atomic<bool> isWatching_ = false;
   std::atomic<bool> isOver_ = false;
   std::thread thread_;

@@ -1,5 +1,9 @@
 #include "tests/x11/session.h"
 
+#include <xcb/xtest.h>
+
+#include <algorithm>
+
 #include "tests/x11/root_picture.h"
 
 namespace hushpane::x11_tests {
@@ -24,12 +28,14 @@ Environment homeEnvironment(const std::filesystem::path& home) {
 
 }  // namespace
 
-Session::Session() : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {
+Session::Session(const WindowManagerKind& windowManager, Monitors monitors)
+    : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {
   server_ = std::make_unique<XServer>(environment_, logs_);
   environment_["DISPLAY"] = server_->display();
   x_ = std::make_unique<XConnection>(server_->display());
-  windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
   runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", "screen"});
+  if (monitors == Monitors::both) plugInRightMonitor();
+  windowManager_ = std::make_unique<WindowManager>(windowManager, environment_, logs_, *x_);
   runTool({"xsetroot", "-solid", "#6080a0"});
 }
 
@@ -60,18 +66,47 @@ void Session::killCompositor(int signal) {
 }
 
 void Session::restartWindowManager() {
+  const WindowManagerKind kind = windowManager_->kind();
   windowManager_.reset();
-  windowManager_ = std::make_unique<WindowManager>(environment_, logs_, *x_);
+  windowManager_ = std::make_unique<WindowManager>(kind, environment_, logs_, *x_);
+}
+
+bool Session::hasEwmh() const {
+  return !x_->numbers(x_->root(), "_NET_SUPPORTING_WM_CHECK").empty();
 }
 
 void Session::activate(xcb_window_t window) const {
-  runTool({"xdotool", "windowactivate", std::to_string(window)});
+  constexpr std::uint32_t fromTaskBar = 2;
+  if (hasEwmh()) {
+    request(window, "_NET_ACTIVE_WINDOW", {fromTaskBar, XCB_CURRENT_TIME});
+  } else {
+    const Rect bounds = x_->bounds(window);
+    click({bounds.x + 20, bounds.bottom() - 20});
+  }
   if (!waitUntil([&] { return x_->activeWindow() == window; })) throw std::runtime_error("a window stays in the back");
 }
 
 void Session::click(Point point) const {
-  runTool({"xdotool", "mousemove", std::to_string(int(point.x)), std::to_string(int(point.y))});
-  runTool({"xdotool", "click", "1"});
+  const auto input = [&](std::uint8_t type, std::uint8_t detail) {
+    xcb_test_fake_input(x_->get(), type, detail, XCB_CURRENT_TIME, x_->root(), std::int16_t(point.x),
+                        std::int16_t(point.y), 0);
+  };
+  input(XCB_MOTION_NOTIFY, 0);
+  input(XCB_BUTTON_PRESS, 1);
+  input(XCB_BUTTON_RELEASE, 1);
+  x_->sync();
+}
+
+void Session::request(xcb_window_t window, const std::string& what, const std::vector<std::uint32_t>& values) const {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = x_->atom(what);
+  std::copy(values.begin(), values.end(), message.data.data32);
+  xcb_send_event(x_->get(), 0, x_->root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&message));
+  x_->sync();
 }
 
 void Session::keyboard(const std::string& action, const std::string& keys) const {

@@ -20,7 +20,8 @@ class Session {
   static constexpr Rect rightMonitor{1120, 0, 800, 1080};
   static constexpr Pixel background{0x6080a0};
 
-  Session();
+  enum class Monitors { left, both };
+  explicit Session(const WindowManagerKind& windowManager = openbox(), Monitors monitors = Monitors::left);
 
   // What programs of this session get to know of it.
   Environment& environment() { return environment_; }
@@ -34,9 +35,13 @@ class Session {
   SettingsFile sharedFile() const;
 
   std::string runTool(const std::vector<std::string>& command) const { return run(command, environment_, logs_); }
-  // Brings a window to the front as a task bar does, and waits for it.
+  // Whether the window manager speaks EWMH.
+  bool hasEwmh() const;
+  // Brings a window to the front as a task bar does, or by a click where there can be none, and waits for it.
   void activate(xcb_window_t window) const;
   void click(Point point) const;
+  // Asks the window manager for what concerns a window, or the root (EWMH).
+  void request(xcb_window_t window, const std::string& what, const std::vector<std::uint32_t>& values) const;
   // One step of a keyboard tool: "keydown alt", "key a", "type text".
   void keyboard(const std::string& action, const std::string& keys) const;
   void plugInRightMonitor() const;
@@ -46,7 +51,9 @@ class Session {
   void endBus() { bus_->terminate(); }
   void startCompositor();
   void killCompositor(int signal);
+  WindowManager& windowManager() { return *windowManager_; }
   void restartWindowManager();
+  void endWindowManager() { windowManager_.reset(); }
   void endServer() { server_->terminate(); }
 
  private:

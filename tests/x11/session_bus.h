@@ -6,11 +6,13 @@
 
 namespace hushpane::x11_tests {
 
-// A private session bus that starts no services.
+// A private session bus; it starts no services unless asked.
 class SessionBus {
  public:
-  SessionBus(const Environment& environment, const std::filesystem::path& folder)
-      : process_({"dbus-daemon", "--nofork", "--config-file", configuration(folder), "--print-address",
+  enum class Services { none, installed };
+
+  SessionBus(const Environment& environment, const std::filesystem::path& folder, Services services = Services::none)
+      : process_({"dbus-daemon", "--nofork", "--config-file", configuration(folder, services), "--print-address",
                   std::to_string(Process::reportDescriptor)},
                  environment, folder),
         address_(process_.report()) {}
@@ -19,9 +21,10 @@ class SessionBus {
   void terminate() { process_.terminate(); }
 
  private:
-  static std::string configuration(const std::filesystem::path& folder) {
-    const std::filesystem::path file = folder / "bus.conf";
-    std::ofstream(file) << "<busconfig><type>session</type><listen>unix:dir=" << folder.string() << R"(</listen>
+  static std::string configuration(const std::filesystem::path& folder, Services services) {
+    const std::filesystem::path file = folder / (services == Services::none ? "bus.conf" : "bus-with-services.conf");
+    std::ofstream(file) << "<busconfig><type>session</type><listen>unix:dir=" << folder.string() << "</listen>"
+                        << (services == Services::none ? "" : "<standard_session_servicedirs/>") << R"(
 <policy context="default"><allow send_destination="*"/><allow eavesdrop="true"/><allow own="*"/></policy>
 </busconfig>)";
     return file.string();

@@ -1,57 +1,53 @@
 #pragma once
 
-#include <fstream>
-
 #include "tests/x11/process.h"
+#include "tests/x11/session_bus.h"
 #include "tests/x11/x_connection.h"
 
 namespace hushpane::x11_tests {
 
-// openbox with two workspaces and nothing bound but a click that brings a window to the front.
+// How to run a window manager with two workspaces, so that a click raises and focuses and nothing else is drawn. In
+// words and files "%" stands for the folder of its configuration files.
+struct WindowManagerKind {
+  std::string name;
+  std::vector<std::string> command;
+  // What the command takes on to replace a running one; without it the old one ends first.
+  std::vector<std::string> replacing = {};
+  std::map<std::filesystem::path, std::string> files = {};
+  Environment environment = {};
+  bool needsBus = false;
+  // Commands that change what EWMH has no working request for: a program and words before the workspace's name, and
+  // its own compositor.
+  std::vector<std::string> toWorkspace = {};
+  std::vector<std::string> compositorOn = {}, compositorOff = {};
+};
+
+WindowManagerKind openbox();
+
+// A running window manager.
 class WindowManager {
  public:
-  WindowManager(const Environment& environment, const std::filesystem::path& folder, const XConnection& x)
-      : process_({"openbox", "--config-file", configuration(folder)}, environment, folder) {
-    const xcb_window_t window = xcb_generate_id(x.get());
-    xcb_create_window(x.get(), XCB_COPY_FROM_PARENT, window, x.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
-    if (!waitUntil([&] { return answers(x, window); })) {
-      throw std::runtime_error("openbox did not start: " + process_.errors());
-    }
-    xcb_destroy_window(x.get(), window);
-  }
+  WindowManager(const WindowManagerKind& kind, const Environment& environment, const std::filesystem::path& folder,
+                const XConnection& x);
+
+  const WindowManagerKind& kind() const { return kind_; }
+  Process& process() { return *process_; }
+  // A second process of the same kind takes over.
+  void replace();
+  void run(const std::vector<std::string>& command) const;
 
  private:
-  // A manager that tells how it would frame a window has begun to handle requests; earlier ones may be lost.
-  static bool answers(const XConnection& x, xcb_window_t window) {
-    xcb_client_message_event_t question{};
-    question.response_type = XCB_CLIENT_MESSAGE;
-    question.format = 32;
-    question.window = window;
-    question.type = x.atom("_NET_REQUEST_FRAME_EXTENTS");
-    xcb_send_event(x.get(), 0, x.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                   reinterpret_cast<const char*>(&question));
-    return !x.numbers(window, "_NET_FRAME_EXTENTS").empty();
-  }
+  std::vector<std::string> filled(std::vector<std::string> words) const;
+  void writeFiles() const;
+  void waitUntilReady();
 
-  static std::string configuration(const std::filesystem::path& folder) {
-    const std::filesystem::path file = folder / "openbox.xml";
-    std::ofstream(file) << R"(<?xml version="1.0"?>
-<openbox_config xmlns="http://openbox.org/3.4/rc">
-  <focus><focusNew>yes</focusNew><followMouse>no</followMouse></focus>
-  <theme><name>Clearlooks</name><animateIconify>no</animateIconify></theme>
-  <desktops><number>2</number><popupTime>0</popupTime></desktops>
-  <mouse>
-    <context name="Client">
-      <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
-    </context>
-  </mouse>
-</openbox_config>
-)";
-    return file.string();
-  }
-
-  Process process_;
+  WindowManagerKind kind_;
+  Environment environment_;
+  std::filesystem::path folder_;
+  std::filesystem::path configuration_;
+  const XConnection& x_;
+  std::unique_ptr<SessionBus> bus_;
+  std::unique_ptr<Process> process_;
 };
 
 }  // namespace hushpane::x11_tests

@@ -1,6 +1,8 @@
 #include "tests/x11/x_connection.h"
 
+#include <algorithm>
 #include <cstring>
+#include <functional>
 #include <stdexcept>
 
 namespace hushpane::x11_tests {
@@ -43,16 +45,34 @@ void XConnection::setNumbers(xcb_window_t window, const std::string& property, c
   sync();
 }
 
+// A window manager that names no active window (EWMH) gives it the keyboard all the same.
 xcb_window_t XConnection::activeWindow() const {
-  const auto value = numbers(root(), "_NET_ACTIVE_WINDOW");
-  return value.empty() ? XCB_NONE : value.front();
+  if (const auto value = numbers(root(), "_NET_ACTIVE_WINDOW"); !value.empty()) return value.front();
+  const auto focus = own(xcb_get_input_focus_reply(get(), xcb_get_input_focus(get()), nullptr));
+  return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT ? focus->focus : xcb_window_t{XCB_NONE};
 }
 
 xcb_window_t XConnection::windowTitled(const std::string& title) const {
-  for (const xcb_window_t window : numbers(root(), "_NET_CLIENT_LIST")) {
-    if (text(window, "WM_NAME") == title) return window;
-  }
-  return XCB_NONE;
+  const auto windows = managedWindows();
+  const auto found = std::find_if(windows.begin(), windows.end(),
+                                  [&](xcb_window_t window) { return text(window, "WM_NAME") == title; });
+  return found == windows.end() ? xcb_window_t{XCB_NONE} : *found;
+}
+
+std::vector<xcb_window_t> XConnection::managedWindows() const {
+  std::vector<xcb_window_t> found;
+  const std::function<void(xcb_window_t, int)> search = [&](xcb_window_t parent, int depth) {
+    for (const xcb_window_t child : children(parent)) {
+      if (!numbers(child, "WM_STATE").empty()) {
+        found.push_back(child);
+      } else if (depth > 1) {
+        search(child, depth - 1);
+      }
+    }
+  };
+  constexpr int deepestFrame = 4;
+  search(root(), deepestFrame);
+  return found;
 }
 
 xcb_window_t XConnection::frameOf(xcb_window_t window) const {
@@ -86,8 +106,8 @@ bool XConnection::isOnScreen(xcb_window_t window) const {
   return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
-std::vector<xcb_window_t> XConnection::stacking() const {
-  const auto tree = own(xcb_query_tree_reply(get(), xcb_query_tree(get(), root()), nullptr));
+std::vector<xcb_window_t> XConnection::children(xcb_window_t window) const {
+  const auto tree = own(xcb_query_tree_reply(get(), xcb_query_tree(get(), window), nullptr));
   if (!tree) return {};
   const xcb_window_t* children = xcb_query_tree_children(tree.get());
   return {children, children + xcb_query_tree_children_length(tree.get())};

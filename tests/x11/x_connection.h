@@ -59,7 +59,9 @@ class XConnection {
 
   // 0 when there is none.
   xcb_window_t activeWindow() const;
-  // The window with that title among those that the window manager knows, 0 when there is none.
+  // Those that the window manager handles, whether it lists them or not.
+  std::vector<xcb_window_t> managedWindows() const;
+  // The one with that title, 0 when there is none.
   xcb_window_t windowTitled(const std::string& title) const;
   // The child of the root that holds the window: its frame.
   xcb_window_t frameOf(xcb_window_t window) const;
@@ -67,8 +69,9 @@ class XConnection {
   Rect bounds(xcb_window_t window) const;
   void setBounds(xcb_window_t window, const Rect& bounds) const;
   bool isOnScreen(xcb_window_t window) const;
-  // The children of the root, from back to front.
-  std::vector<xcb_window_t> stacking() const;
+  // From back to front.
+  std::vector<xcb_window_t> children(xcb_window_t window) const;
+  std::vector<xcb_window_t> stacking() const { return children(root()); }
 
   Pixel pixel(Point point) const;
   Picture capture(const Rect& area) const;

@@ -1,0 +1,73 @@
+#include "tests/managers/managed_desktop.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+class CleanDesktopUnder : public ManagedDesktop {
+ protected:
+  // What a place shows beneath the cover when no window is there.
+  Spot bare(const Terminal& terminal) const { return {terminal.spot(), left().color}; }
+  testing::AssertionResult isClean() const {
+    return sees({spotOf(*red_), spotOf(*green_), spotOf(*blue_)}, {left(), right()});
+  }
+  void desktopWindow();
+};
+HUSHPANE_RUN_UNDER_ALL_WINDOW_MANAGERS(CleanDesktopUnder);
+
+void CleanDesktopUnder::desktopWindow() {
+  constexpr Pixel olive{0x808040};
+  const auto icons = openWindow({{0, 0, 1920, 1080}, olive, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+  const std::vector<Spot> desktop{{leftSpot, olive}, {rightSpot, olive}}, windows{spotOf(*red_), spotOf(*green_)};
+  EXPECT_TRUE(sees(windows, desktop));
+  for (const Terminal* terminal : {green_.get(), red_.get()}) {
+    activate(terminal->window());
+    EXPECT_TRUE(sees(windows, desktop)) << "after another window came to the front";
+  }
+  picture();
+  click(leftSpot);
+  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 1; }, 2s)) << "the click did not reach the desktop";
+  keyboard("keydown", "alt");
+  EXPECT_TRUE(sees({{leftSpot, olive}}, {})) << "while the key is held";
+  keyboard("keyup", "alt");
+  EXPECT_TRUE(sees(windows, desktop)) << "after the key was held";
+  click(leftSpot);
+  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 2; }, 2s)) << "a click after the cover was lifted";
+}
+
+TEST_P(CleanDesktopUnder, EveryWindowManager) {
+  start("cleanDesktop");
+  runCase("clean desktop", [this] {
+    EXPECT_TRUE(isCoveredBut({red_.get(), green_.get(), blue_.get()}));
+    picture();
+    activate(green_->window());
+    EXPECT_TRUE(isClean());
+    activate(red_->window());
+    EXPECT_TRUE(isClean());
+  });
+  runCase("second workspace", [this] {
+    toWorkspace(1);
+    EXPECT_TRUE(sees({}, {left(), bare(*red_), bare(*green_)}));
+    picture();
+    toWorkspace(0);
+    EXPECT_TRUE(isClean());
+  });
+  runCase("minimised windows", [this] {
+    minimise(red_->window());
+    EXPECT_TRUE(sees({spotOf(*green_)}, {left(), bare(*red_)}));
+    picture();
+    activate(red_->window());
+    EXPECT_TRUE(isClean());
+  });
+  runCase("show desktop", [this] {
+    showDesktop(true);
+    EXPECT_TRUE(sees({}, {left(), right(), bare(*red_), bare(*green_)}));
+    picture();
+    showDesktop(false);
+    activate(red_->window());
+    EXPECT_TRUE(isClean());
+  });
+  runCase("desktop window", [this] { desktopWindow(); });
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests

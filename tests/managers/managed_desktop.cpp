@@ -1,0 +1,201 @@
+#include "tests/managers/managed_desktop.h"
+
+#include <gtest/gtest-spi.h>
+#include <xcb/res.h>
+
+#include <algorithm>
+#include <iostream>
+
+#include "tests/managers/impossible.h"
+
+namespace hushpane::x11_tests {
+
+ManagedDesktop::ManagedDesktop() : Desktop(GetParam().windowManager) {
+  if (combination().runsPicom) startCompositor();
+  if (combination().needsDesktopWindow) {
+    desktopWindow_ = openWindow({{0, 0, 1920, 1080}, background, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+    activate(red_->window());
+  }
+}
+
+void ManagedDesktop::TearDown() {
+  EXPECT_TRUE(hushpane().isRunning()) << hushpane().errors();
+  runCase("never active nor in a taskbar", [this] { EXPECT_TRUE(coversStayInTheBackground()); });
+}
+
+// --- cases ---
+
+void ManagedDesktop::runCase(const std::string& name, const std::function<void()>& body) {
+  caseName_ = name;
+  const auto begin = Clock::now();
+  testing::TestPartResultArray parts;
+  {
+    const testing::ScopedFakeTestPartResultReporter reporter(
+        testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &parts);
+    try {
+      body();
+    } catch (const std::exception& failure) {
+      ADD_FAILURE() << failure.what();
+    }
+  }
+  const auto impossible = whyImpossible(combination().name, name);
+  bool hasFailed = false;
+  for (int index = 0; index < parts.size(); ++index) {
+    const auto& part = parts.GetTestPartResult(index);
+    if (!part.failed()) continue;
+    if (!impossible) ADD_FAILURE_AT(part.file_name(), part.line_number()) << name << ": " << part.message();
+    hasFailed = true;
+  }
+  if (impossible && !hasFailed) ADD_FAILURE() << name << " works now: take it off the list of what is impossible";
+  if (hasFailed) shot(combination().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
+  const std::string result = impossible ? "impossible: " + *impossible : hasFailed ? "fails" : "works";
+  RecordProperty("case " + name, result);
+  std::cout << "  " << name << ": " << result << ", " << (Clock::now() - begin) / 1ms << " ms\n";
+  if (hasFailed) restore();
+}
+
+// After a failure the next case begins as if nothing had happened, as far as that is possible.
+void ManagedDesktop::restore() {
+  try {
+    for (const char* key : {"alt"}) keyboard("keyup", key);
+    toWorkspace(0);
+    showDesktop(false);
+    activate(red_->window());
+  } catch (const std::exception& failure) {
+    ADD_FAILURE() << "the session is beyond repair: " << failure.what();
+  }
+}
+
+// --- what happens ---
+
+void ManagedDesktop::start(const std::string& mode, SettingsValues more) {
+  chooseMode(mode, "dim", std::move(more));
+  startHushpane();
+}
+
+void ManagedDesktop::toWorkspace(int number) const {
+  auto command = combination().windowManager.toWorkspace;
+  if (command.empty()) return request(x().root(), "_NET_CURRENT_DESKTOP", {std::uint32_t(number), XCB_CURRENT_TIME});
+  command.push_back(number == 0 ? "1" : "3");
+  runTool(command);
+}
+
+void ManagedDesktop::minimise(xcb_window_t window) const {
+  constexpr std::uint32_t iconicState = 3;  // ICCCM 4.1.4
+  request(window, "WM_CHANGE_STATE", {iconicState});
+}
+
+void ManagedDesktop::setState(xcb_window_t window, bool isOn, const std::string& first,
+                              const std::string& second) const {
+  const auto state = [&](const std::string& name) {
+    return name.empty() ? xcb_atom_t{XCB_ATOM_NONE} : x().atom("_NET_WM_STATE_" + name);
+  };
+  constexpr std::uint32_t fromApplication = 1;
+  request(window, "_NET_WM_STATE", {isOn, state(first), state(second), fromApplication});
+}
+
+std::unique_ptr<ClientWindow> ManagedDesktop::openFront(const ClientWindow::Look& look) const {
+  auto window = openWindow(look);
+  activate(window->window());
+  return window;
+}
+
+// --- what people see ---
+
+testing::AssertionResult ManagedDesktop::sees(const std::vector<Spot>& clear, const std::vector<Spot>& covered) const {
+  std::ostringstream wrong;
+  const auto check = [&](const Spot& spot, Pixel expected) {
+    const Pixel seen = x().pixel(spot.point);
+    if (!isNear(seen, expected, 3))
+      wrong << seen << " instead of " << expected << " at " << spot.point.x << ',' << spot.point.y << "  ";
+  };
+  const auto look = [&] {
+    wrong.str("");
+    for (const Spot& spot : clear) check(spot, spot.color);
+    for (const Spot& spot : covered) check(spot, dimmed(spot.color, balanced));
+    return wrong.str().empty();
+  };
+  if (waitUntil(look, 4s)) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << wrong.str();
+}
+
+testing::AssertionResult ManagedDesktop::seesFront(const Terminal& front) const {
+  std::vector<Spot> covered{left(), right()};
+  for (const Terminal* terminal : terminals())
+    if (terminal != &front) covered.push_back(spotOf(*terminal));
+  return sees({spotOf(front)}, covered);
+}
+
+std::vector<Rect> ManagedDesktop::framesAndShadows() const {
+  constexpr double margin = 64;
+  std::vector<Rect> areas;
+  for (const Terminal* terminal : terminals()) {
+    const Rect bounds = terminal->bounds();
+    areas.push_back({bounds.x - margin, bounds.y - margin, bounds.width + 2 * margin, bounds.height + 2 * margin});
+  }
+  return areas;
+}
+
+testing::AssertionResult ManagedDesktop::isCoveredBut(const std::vector<const Terminal*>& clear) const {
+  std::vector<Spot> free, covered;
+  for (const Terminal* terminal : terminals())
+    (std::find(clear.begin(), clear.end(), terminal) == clear.end() ? covered : free).push_back(spotOf(*terminal));
+  covered.insert(covered.end(), {left(), right()});
+  if (const auto seen = sees(free, covered); !seen) return seen;
+  const Picture picture = x().capture();
+  const std::vector<Rect> frames = framesAndShadows();
+  for (int row = 1; row < picture.height; row += 7) {
+    for (int column = 1; column < picture.width; column += 7) {
+      const Point point{double(column), double(row)};
+      if (std::any_of(frames.begin(), frames.end(), [&](const Rect& area) { return area.contains(point); })) continue;
+      if (!isNear(picture.at(column, row), dimmed(untouched().at(column, row), balanced), 3))
+        return testing::AssertionFailure() << picture.at(column, row) << " at " << column << ',' << row;
+    }
+  }
+  return testing::AssertionSuccess();
+}
+
+// --- the program's windows ---
+
+std::vector<xcb_window_t> ManagedDesktop::covers() const {
+  xcb_res_client_id_spec_t everyone{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+  std::vector<xcb_window_t> found;
+  const auto ids =
+      own(xcb_res_query_client_ids_reply(x().get(), xcb_res_query_client_ids(x().get(), 1, &everyone), nullptr));
+  const auto isOurs = [&](xcb_window_t window) {
+    const std::uint32_t base = window & ~xcb_get_setup(x().get())->resource_id_mask;
+    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem; xcb_res_client_id_value_next(&id))
+      if (id.data->spec.client == base) return pid_t(*xcb_res_client_id_value_value(id.data)) == hushpanePid();
+    return false;
+  };
+  const std::function<void(xcb_window_t, int)> search = [&](xcb_window_t parent, int depth) {
+    for (const xcb_window_t child : x().children(parent)) {
+      const Rect bounds = x().bounds(child);
+      if (isOurs(child) && bounds.width >= rightMonitor.width && bounds.height >= rightMonitor.height) {
+        found.push_back(child);
+      } else if (depth > 1) {
+        search(child, depth - 1);
+      }
+    }
+  };
+  search(x().root(), 4);
+  return found;
+}
+
+testing::AssertionResult ManagedDesktop::coversStayInTheBackground() const {
+  const auto own = covers();
+  if (own.empty()) return testing::AssertionFailure() << "there is no cover";
+  const auto listed = x().numbers(x().root(), "_NET_CLIENT_LIST");
+  const auto focus = x11_tests::own(xcb_get_input_focus_reply(x().get(), xcb_get_input_focus(x().get()), nullptr));
+  for (const xcb_window_t cover : own) {
+    if (x().activeWindow() == cover || focus->focus == cover) return testing::AssertionFailure() << "a cover is active";
+    if (std::find(listed.begin(), listed.end(), cover) == listed.end()) continue;
+    const auto states = x().numbers(cover, "_NET_WM_STATE");
+    for (const char* state : {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
+      if (std::find(states.begin(), states.end(), x().atom(state)) == states.end())
+        return testing::AssertionFailure() << "a cover is listed without " << state;
+  }
+  return testing::AssertionSuccess();
+}
+
+}  // namespace hushpane::x11_tests

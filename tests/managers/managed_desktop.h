@@ -1,0 +1,70 @@
+#pragma once
+
+#include "tests/managers/combinations.h"
+#include "tests/x11/desktop.h"
+
+namespace hushpane::x11_tests {
+
+// A desktop whose tests run under every window manager, with and without a compositor. A test is a few cases, one after
+// the other in one session; each begins with the red terminal active.
+class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combination> {
+ protected:
+  // A place on the screen and what it shows without a cover.
+  struct Spot {
+    Point point;
+    Pixel color;
+  };
+  static constexpr Pixel white{0xf0f0f0}, brown{0x906030};
+
+  ManagedDesktop();
+  void TearDown() override;
+
+  const Combination& combination() const { return GetParam(); }
+  // Runs a case and records how it went. One that the window manager makes impossible must fail.
+  void runCase(const std::string& name, const std::function<void()>& body);
+  // The picture of the running case.
+  void picture() const { shot(combination().name + "/" + caseName_); }
+
+  // --- what happens ---
+  void start(const std::string& mode, SettingsValues more = {});
+  void toWorkspace(int number) const;  // 0 or 1
+  void minimise(xcb_window_t window) const;
+  void setState(xcb_window_t window, bool isOn, const std::string& first, const std::string& second = {}) const;
+  void showDesktop(bool isOn) const { request(x().root(), "_NET_SHOWING_DESKTOP", {isOn}); }
+  // A window of this application, in front.
+  std::unique_ptr<ClientWindow> openFront(const ClientWindow::Look& look) const;
+  void wait(milliseconds time) const { std::this_thread::sleep_for(time); }
+
+  // --- what people see ---
+  static Spot spotOf(const Terminal& terminal) { return {terminal.spot(), terminal.color()}; }
+  static Spot spotOf(const ClientWindow& window) { return {window.spot(), window.color()}; }
+  Spot left() const { return {leftSpot, untouched().at(int(leftSpot.x), int(leftSpot.y))}; }
+  Spot right() const { return {rightSpot, untouched().at(int(rightSpot.x), int(rightSpot.y))}; }
+  std::vector<Terminal*> terminals() const { return {red_.get(), green_.get(), blue_.get()}; }
+  // Whether the screen comes to show these without a cover and those beneath it.
+  testing::AssertionResult sees(const std::vector<Spot>& clear, const std::vector<Spot>& covered) const;
+  // The same with one terminal in front.
+  testing::AssertionResult seesFront(const Terminal& front) const;
+  // Whether the whole screen is covered but for these windows, apart from the frames and shadows of any window.
+  testing::AssertionResult isCoveredBut(const std::vector<const Terminal*>& clear) const;
+
+  // The program's windows that are as large as a monitor.
+  std::vector<xcb_window_t> covers() const;
+  testing::AssertionResult coversStayInTheBackground() const;
+
+ private:
+  std::vector<Rect> framesAndShadows() const;
+  void restore();
+
+  std::string caseName_;
+  std::unique_ptr<ClientWindow> desktopWindow_;
+};
+
+#define HUSHPANE_RUN_UNDER_ALL_WINDOW_MANAGERS(suite)                                                              \
+  INSTANTIATE_TEST_SUITE_P(WindowManagers, suite, testing::ValuesIn(combinations()), [](const auto& combination) { \
+    std::string name = combination.param.name;                                                                     \
+    std::replace(name.begin(), name.end(), '-', '_');                                                              \
+    return name;                                                                                                   \
+  })
+
+}  // namespace hushpane::x11_tests
