@@ -158,6 +158,7 @@ TEST_P(PanelPagesX11Test, EveryTextChangesWithTheLanguage) {
   const std::vector<std::array<std::string, 3>> languages{
       {"en", "🇬🇧  English", "🇬🇧"}, {"de", "🇩🇪  Deutsch", "🇩🇪"}, {"ar", "🇸🇦  العربية", "🇸🇦"}};
   for (const auto& [code, entry, shownFlag] : languages) {
+    EXPECT_TRUE(looksAsItShould()) << "at rest, so that the list opens beside its button";
     click(flag);
     EXPECT_TRUE(looksAsItShould()) << "the list of languages";
     shot("languages-" + code);

@@ -29,6 +29,7 @@ void ActiveWindow::handle(const xcb_generic_event_t& event) {
       handlers_.forEach([](const auto& handler) { handler(); });
       return;
     }
+    case XCB_ENTER_NOTIFY:
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
     case XCB_MAP_NOTIFY:

@@ -23,6 +23,8 @@ WindowTree::WindowTree(Connection& connection, ManagerWatch& manager)
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   managerChanges_ = manager_.addChangeHandler([this] {
     frameOfClient_.clear();
+    watched_.clear();
+    for (auto& entry : model_.entries()) entry.hasFacts = false;
     areClientsKnown_ = false;
     changed();
   });
@@ -237,7 +239,9 @@ void WindowTree::assignClients() {
 
 void WindowTree::readFacts() {
   std::vector<StackEntry*> missing;
-  const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
+  // Where no manager says which window is active, the focus does, or the pointer.
+  std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  if (!manager_.isRunning()) mask |= XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_ENTER_WINDOW;
   for (auto& entry : model_.entries()) {
     if (entry.hasFacts || !entry.isVisible() || entry.isOwn) continue;
     for (const auto window : {entry.id, entry.client})
