@@ -50,8 +50,8 @@ void BadWeatherUnder::manyWindows() {
   std::vector<std::unique_ptr<ClientWindow>> windows;
   for (int number = 0; number < 300; ++number) {
     const Rect bounds{700.0 + number % 20 * 10, 50.0 + number / 20 * 20, 60, 40};
-    windows.push_back(
-        std::make_unique<ClientWindow>(x(), ClientWindow::Look{bounds, brown}, ClientWindow::Appearing::someTime));
+    windows.push_back(std::make_unique<ClientWindow>(
+        x(), ClientWindow::Look{bounds, brown, "_NET_WM_WINDOW_TYPE_UTILITY"}, ClientWindow::Appearing::someTime));
   }
   EXPECT_TRUE(waitUntil([&] { return x().isOnScreen(windows.back()->window()); }, 30s));
   for (const Terminal* terminal : {green_.get(), red_.get()}) {

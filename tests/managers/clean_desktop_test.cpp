@@ -5,8 +5,6 @@ namespace {
 
 class CleanDesktopUnder : public ManagedDesktop {
  protected:
-  // What a place shows beneath the cover when no window is there.
-  Spot bare(const Terminal& terminal) const { return {terminal.spot(), left().color}; }
   testing::AssertionResult isClean() const {
     return sees({spotOf(*red_), spotOf(*green_), spotOf(*blue_)}, {left(), right()});
   }
@@ -17,7 +15,8 @@ HUSHPANE_RUN_UNDER_ALL_WINDOW_MANAGERS(CleanDesktopUnder);
 void CleanDesktopUnder::desktopWindow() {
   constexpr Pixel olive{0x808040};
   const auto icons = openWindow({{0, 0, 1920, 1080}, olive, "_NET_WM_WINDOW_TYPE_DESKTOP"});
-  const std::vector<Spot> desktop{{leftSpot, olive}, {rightSpot, olive}}, windows{spotOf(*red_), spotOf(*green_)};
+  std::vector<Spot> desktop{{leftSpot, olive}}, windows{spotOf(*red_), spotOf(*green_)};
+  if (icons->bounds().contains(rightSpot)) desktop.push_back({rightSpot, olive});  // some allow one monitor only
   EXPECT_TRUE(sees(windows, desktop));
   for (const Terminal* terminal : {green_.get(), red_.get()}) {
     activate(terminal->window());
@@ -44,29 +43,34 @@ TEST_P(CleanDesktopUnder, EveryWindowManager) {
     activate(red_->window());
     EXPECT_TRUE(isClean());
   });
+  runCase("idle", [this] {
+    wait(300ms);
+    EXPECT_LE(wakeUpsPerSecond(), 1);
+    EXPECT_EQ(redrawsPerSecond(), 0);
+  });
   runCase("second workspace", [this] {
     toWorkspace(1);
-    EXPECT_TRUE(sees({}, {left(), bare(*red_), bare(*green_)}));
+    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_), bareBeneath(*green_)}));
     picture();
     toWorkspace(0);
     EXPECT_TRUE(isClean());
   });
   runCase("minimised windows", [this] {
     minimise(red_->window());
-    EXPECT_TRUE(sees({spotOf(*green_)}, {left(), bare(*red_)}));
+    EXPECT_TRUE(sees({spotOf(*green_)}, {left(), bareBeneath(*red_)}));
     picture();
     activate(red_->window());
     EXPECT_TRUE(isClean());
   });
+  runCase("desktop window", [this] { desktopWindow(); });
   runCase("show desktop", [this] {
     showDesktop(true);
-    EXPECT_TRUE(sees({}, {left(), right(), bare(*red_), bare(*green_)}));
+    EXPECT_TRUE(sees({}, {left(), right(), bareBeneath(*red_), bareBeneath(*green_)}));
     picture();
     showDesktop(false);
     activate(red_->window());
     EXPECT_TRUE(isClean());
   });
-  runCase("desktop window", [this] { desktopWindow(); });
 }
 
 }  // namespace

@@ -52,6 +52,7 @@ WindowManagerKind xfwm4(bool isComposited) {
 </property></channel>
 )"}},
           .needsBus = true,
+          .countsOutputs = true,
           .compositorOn = on,
           .compositorOff = off};
 }
@@ -66,22 +67,22 @@ ClickToFocus=1
 RaiseOnFocus=1
 RaiseOnClickClient=1
 FocusOnMap=1
+ShowWorkspaceStatus=0
 )"}},
           .environment = {{"ICEWM_PRIVCFG", "%/icewm"}}};
 }
 
 WindowManagerKind i3(bool isTiled) {
   const std::string layout = isTiled ? "gaps bottom 250\n" : "for_window [class=\".*\"] floating enable\n";
-  return {.name = "i3",
-          .command = {"i3", "-c", "%/i3/config"},
-          .replacing = {"--replace"},
-          .files = {{"i3/config",
-                     "# i3 config file (v4)\nfont pango:DejaVu Sans 8\nfocus_follows_mouse no\nmouse_warping none\n"
-                     "workspace 1 output LEFT\nworkspace 2 output RIGHT\nworkspace 3 output LEFT\n" +
-                         layout +
-                         "for_window [title=\"^blue$\"] move container to output RIGHT\n"
-                         "for_window [title=\"^(red|green)$\"] move container to output LEFT\n"}},
-          .toWorkspace = {"i3-msg", "workspace"}};
+  return {
+      .name = "i3",
+      .command = {"i3", "-c", "%/i3/config"},
+      .replacing = {"--replace"},
+      .files = {{"i3/config",
+                 "# i3 config file (v4)\nfont pango:DejaVu Sans 8\nfocus_follows_mouse no\nmouse_warping none\n"
+                 "workspace 1 output LEFT\nworkspace 2 output RIGHT\nworkspace 3 output LEFT\n" +
+                     layout + "assign [title=\"^(red|green)$\"] workspace 1\nassign [title=\"^blue$\"] workspace 2\n"}},
+      .toWorkspace = {"i3-msg", "workspace"}};
 }
 
 WindowManagerKind marco(bool isComposited) {
@@ -187,6 +188,7 @@ WindowManagerKind twm() {
 RandomPlacement
 NoDefaults
 DecorateTransients
+IconifyByUnmapping
 TitleFont "fixed"
 MenuFont "fixed"
 IconFont "fixed"

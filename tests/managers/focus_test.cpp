@@ -9,8 +9,7 @@ class FocusUnder : public ManagedDesktop {
   void menusAndTooltips();
   void dialogs();
   void docks();
-  void fullScreen();
-  void maximised();
+  void fills(const std::vector<std::string>& states);
   void minimised();
   void lifted();
 
@@ -37,15 +36,18 @@ void FocusUnder::menusAndTooltips() {
   const Spot ownerSpot{{owner.x + 15, owner.y + 15}, brown};
   ScreenWatch watch(display(), {ownerSpot.point, leftSpot});
   for (const char* kind : {"POPUP_MENU", "TOOLTIP"}) {
-    const auto popup = openWindow({{owner.x + 60, owner.y + 60, owner.width, owner.height},
-                                   white,
-                                   std::string("_NET_WM_WINDOW_TYPE_") + kind,
-                                   true,
-                                   255,
-                                   application->window()});
+    auto popup = openWindow({{owner.x + 60, owner.y + 60, owner.width / 2, owner.height},
+                             white,
+                             std::string("_NET_WM_WINDOW_TYPE_") + kind,
+                             true,
+                             255,
+                             application->window()});
     EXPECT_TRUE(sees({spotOf(*popup), ownerSpot}, surroundings())) << kind;
     EXPECT_TRUE(keeps(popup->spot(), white, 250ms)) << kind;
     picture();
+    const Point spot = popup->spot();
+    popup.reset();  // the next one looks the same: its picture must have left the screen
+    EXPECT_TRUE(sees({{spot, brown}}, {}));
   }
   int wrongOwner = 0, wrongBackground = 0;
   for (const auto& look : watch.stop()) {
@@ -71,6 +73,7 @@ void FocusUnder::dialogs() {
 
 void FocusUnder::docks() {
   const auto dock = openWindow({{0, 1050, 1120, 30}, white, "_NET_WM_WINDOW_TYPE_DOCK"});
+  waitUntil([&] { return dock->bounds().height > 10 && dock->bounds().bottom() <= 1080; }, 1s);
   EXPECT_TRUE(sees({spotOf(*dock), spotOf(*red_)}, surroundings()));
   activate(green_->window());
   EXPECT_TRUE(sees({spotOf(*dock), spotOf(*green_)}, {left(), spotOf(*red_)}));
@@ -78,38 +81,28 @@ void FocusUnder::docks() {
   activate(red_->window());
 }
 
-// A window manager may know one large monitor only.
-void FocusUnder::fullScreen() {
+// Window managers differ in what they take for a monitor here, so the window may fill either, or both.
+void FocusUnder::fills(const std::vector<std::string>& states) {
   const auto video = openApplication({1300, 600, 300, 200});
-  setState(video->window(), true, "FULLSCREEN");
-  EXPECT_TRUE(waitUntil([&] { return video->bounds().intersection(rightMonitor).width == rightMonitor.width; }, 2s));
-  const bool fillsAll = video->bounds().width > rightMonitor.width;
-  const Spot corner{{1900, 1060}, brown};
-  EXPECT_TRUE(sees({spotOf(*video), corner}, fillsAll ? std::vector<Spot>{} : surroundings()));
+  const auto set = [&](bool isOn) { setState(video->window(), isOn, states.front(), states.back()); };
+  set(true);
+  ASSERT_TRUE(waitUntil([&] { return video->bounds().width >= 750 && video->bounds().height > 900; }, 2s));
   wait(300ms);  // what the tracking does is done after a few ticks
-  EXPECT_TRUE(sees({spotOf(*video), corner}, fillsAll ? std::vector<Spot>{} : surroundings()));
+  const Rect filled = video->bounds();
+  std::vector<Spot> covered;
+  if (!filled.contains(leftSpot)) covered = surroundings();
+  if (!filled.contains(rightSpot)) covered.push_back(right());
+  EXPECT_TRUE(sees({spotOf(*video), {{filled.x + 15, filled.y + 15}, brown}}, covered));
   picture();
-  setState(video->window(), false, "FULLSCREEN");
-  EXPECT_TRUE(waitUntil([&] { return video->bounds().width < rightMonitor.width; }, 2s));
+  set(false);
+  EXPECT_TRUE(waitUntil([&] { return video->bounds().width < 700; }, 2s));
   EXPECT_TRUE(sees({spotOf(*video)}, surroundings()));
-}
-
-void FocusUnder::maximised() {
-  const auto window = openApplication({1300, 600, 300, 200});
-  setState(window->window(), true, "MAXIMIZED_VERT", "MAXIMIZED_HORZ");
-  EXPECT_TRUE(waitUntil([&] { return window->bounds().width > 700; }, 2s));
-  wait(300ms);
-  EXPECT_TRUE(sees({spotOf(*window)}, window->bounds().width > 1000 ? std::vector<Spot>{} : surroundings()));
-  picture();
-  setState(window->window(), false, "MAXIMIZED_VERT", "MAXIMIZED_HORZ");
-  EXPECT_TRUE(waitUntil([&] { return window->bounds().width < 700; }, 2s));
-  EXPECT_TRUE(sees({spotOf(*window)}, surroundings()));
 }
 
 // Whichever window comes to the front then, if any.
 void FocusUnder::minimised() {
   minimise(red_->window());
-  ASSERT_TRUE(sees({}, {{red_->spot(), left().color}, left()}));
+  ASSERT_TRUE(sees({}, {bareBeneath(*red_), left()}));
   wait(200ms);
   for (const Terminal* terminal : {green_.get(), blue_.get()}) {
     if (x().activeWindow() != terminal->window()) continue;
@@ -153,12 +146,19 @@ TEST_P(FocusUnder, EveryWindowManager) {
   runCase("dialogs", [this] { dialogs(); });
   activate(red_->window());
   runCase("docks", [this] { docks(); });
-  runCase("full screen", [this] { fullScreen(); });
-  runCase("maximised", [this] { maximised(); });
+  runCase("full screen", [this] { fills({"FULLSCREEN", ""}); });
+  runCase("maximised", [this] { fills({"MAXIMIZED_VERT", "MAXIMIZED_HORZ"}); });
   activate(red_->window());
+  runCase("focus, idle", [this] {
+    constexpr int ticks = 10;
+    settledPicture();
+    wait(300ms);
+    EXPECT_LE(wakeUpsPerSecond(), 2 * ticks);
+    EXPECT_EQ(redrawsPerSecond(), 0);
+  });
   runCase("focus, second workspace", [this] {
     toWorkspace(1);
-    EXPECT_TRUE(sees({}, {left(), {red_->spot(), left().color}}));
+    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_)}));
     picture();
     toWorkspace(0);
     activate(red_->window());
@@ -167,7 +167,7 @@ TEST_P(FocusUnder, EveryWindowManager) {
   runCase("focus, minimised windows", [this] { minimised(); });
   runCase("focus, show desktop", [this] {
     showDesktop(true);
-    EXPECT_TRUE(sees({}, {left(), {red_->spot(), left().color}}));
+    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_)}));
     picture();
     showDesktop(false);
     activate(red_->window());

@@ -12,7 +12,21 @@ struct Impossible {
 };
 
 constexpr Impossible list[]{
+    {"i3-*", "minimised windows", "i3 minimises no windows."},
+    {"i3-*", "focus, minimised windows", "i3 minimises no windows."},
+    {"i3-*", "maximised", "i3 maximises no windows."},
+    {"i3-*", "show desktop", "i3 has no \"show desktop\"."},
+    {"i3-*", "focus, show desktop", "i3 has no \"show desktop\"."},
+    {"i3-tiled*", "desktop window", "i3 tiles the window of the desktop like any other."},
+    {"awesome*", "show desktop", "awesome has no \"show desktop\"."},
+    {"awesome*", "focus, show desktop", "awesome has no \"show desktop\"."},
+    {"twm", "show desktop", "twm has no \"show desktop\"."},
+    {"twm", "focus, show desktop", "twm has no \"show desktop\"."},
     {"twm", "second workspace", "twm has no workspaces."},
+    {"twm", "focus, second workspace", "twm has no workspaces."},
+    {"twm", "full screen", "twm knows no full screen."},
+    {"twm", "maximised", "twm maximises no window on request."},
+    {"twm", "docks", "twm takes a dock for an ordinary window."},
     {"twm", "desktop window", "twm takes the window of the desktop for an ordinary one."},
 };
 

@@ -1,25 +1,40 @@
 #include "tests/managers/managed_desktop.h"
 
 #include <gtest/gtest-spi.h>
+#include <xcb/damage.h>
 #include <xcb/res.h>
 
 #include <algorithm>
 #include <iostream>
 
 #include "tests/managers/impossible.h"
+#include "tests/x11/root_picture.h"
 
 namespace hushpane::x11_tests {
 
 ManagedDesktop::ManagedDesktop() : Desktop(GetParam().windowManager) {
+  setRootPicture(display(), 0, background, background);
   if (combination().runsPicom) startCompositor();
   if (combination().needsDesktopWindow) {
     desktopWindow_ = openWindow({{0, 0, 1920, 1080}, background, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+    EXPECT_TRUE(shows(leftSpot, background));
     activate(red_->window());
   }
+  if (combination().isComposited) drawOnce();
+}
+
+// Some compositors draw the desktop only where something was.
+void ManagedDesktop::drawOnce() const {
+  {
+    const auto sheet = openWindow({{0, 0, 1920, 1080}, brown, "_NET_WM_WINDOW_TYPE_TOOLTIP", true});
+    waitUntil([&] { return isNear(x().pixel(rightSpot), brown); }, 2s);
+  }
+  waitUntil([&] { return !isNear(x().pixel(rightSpot), brown) && !isNear(x().pixel(leftSpot), brown); }, 2s);
 }
 
 void ManagedDesktop::TearDown() {
   EXPECT_TRUE(hushpane().isRunning()) << hushpane().errors();
+  EXPECT_EQ(hushpane().errors(), "");
   runCase("never active nor in a taskbar", [this] { EXPECT_TRUE(coversStayInTheBackground()); });
 }
 
@@ -27,6 +42,8 @@ void ManagedDesktop::TearDown() {
 
 void ManagedDesktop::runCase(const std::string& name, const std::function<void()>& body) {
   caseName_ = name;
+  const auto impossible = whyImpossible(combination().name, name);
+  limit_ = impossible ? 500ms : 4000ms;
   const auto begin = Clock::now();
   testing::TestPartResultArray parts;
   {
@@ -38,7 +55,6 @@ void ManagedDesktop::runCase(const std::string& name, const std::function<void()
       ADD_FAILURE() << failure.what();
     }
   }
-  const auto impossible = whyImpossible(combination().name, name);
   bool hasFailed = false;
   for (int index = 0; index < parts.size(); ++index) {
     const auto& part = parts.GetTestPartResult(index);
@@ -57,10 +73,12 @@ void ManagedDesktop::runCase(const std::string& name, const std::function<void()
 // After a failure the next case begins as if nothing had happened, as far as that is possible.
 void ManagedDesktop::restore() {
   try {
-    for (const char* key : {"alt"}) keyboard("keyup", key);
+    keyboard("keyup", "alt");
     toWorkspace(0);
-    showDesktop(false);
+    if (x().numbers(x().root(), "_NET_SHOWING_DESKTOP") == std::vector<std::uint32_t>{1}) showDesktop(false);
     activate(red_->window());
+    stopHushpane();
+    startHushpane();
   } catch (const std::exception& failure) {
     ADD_FAILURE() << "the session is beyond repair: " << failure.what();
   }
@@ -106,7 +124,7 @@ testing::AssertionResult ManagedDesktop::sees(const std::vector<Spot>& clear, co
   std::ostringstream wrong;
   const auto check = [&](const Spot& spot, Pixel expected) {
     const Pixel seen = x().pixel(spot.point);
-    if (!isNear(seen, expected, 3))
+    if (!isNear(seen, expected, spot.tolerance))
       wrong << seen << " instead of " << expected << " at " << spot.point.x << ',' << spot.point.y << "  ";
   };
   const auto look = [&] {
@@ -115,7 +133,7 @@ testing::AssertionResult ManagedDesktop::sees(const std::vector<Spot>& clear, co
     for (const Spot& spot : covered) check(spot, dimmed(spot.color, balanced));
     return wrong.str().empty();
   };
-  if (waitUntil(look, 4s)) return testing::AssertionSuccess();
+  if (waitUntil(look, limit_)) return testing::AssertionSuccess();
   return testing::AssertionFailure() << wrong.str();
 }
 
@@ -183,11 +201,12 @@ std::vector<xcb_window_t> ManagedDesktop::covers() const {
 }
 
 testing::AssertionResult ManagedDesktop::coversStayInTheBackground() const {
-  const auto own = covers();
-  if (own.empty()) return testing::AssertionFailure() << "there is no cover";
+  std::vector<xcb_window_t> all;
+  if (!waitUntil([&] { return !(all = covers()).empty(); }, 2s))
+    return testing::AssertionFailure() << "there is no cover";
   const auto listed = x().numbers(x().root(), "_NET_CLIENT_LIST");
-  const auto focus = x11_tests::own(xcb_get_input_focus_reply(x().get(), xcb_get_input_focus(x().get()), nullptr));
-  for (const xcb_window_t cover : own) {
+  const auto focus = own(xcb_get_input_focus_reply(x().get(), xcb_get_input_focus(x().get()), nullptr));
+  for (const xcb_window_t cover : all) {
     if (x().activeWindow() == cover || focus->focus == cover) return testing::AssertionFailure() << "a cover is active";
     if (std::find(listed.begin(), listed.end(), cover) == listed.end()) continue;
     const auto states = x().numbers(cover, "_NET_WM_STATE");
@@ -196,6 +215,30 @@ testing::AssertionResult ManagedDesktop::coversStayInTheBackground() const {
         return testing::AssertionFailure() << "a cover is listed without " << state;
   }
   return testing::AssertionSuccess();
+}
+
+int ManagedDesktop::wakeUpsPerSecond() {
+  const auto count = [this] {
+    const std::string status = contents("/proc/" + std::to_string(hushpanePid()) + "/status");
+    const std::string name = "\nvoluntary_ctxt_switches:";
+    return std::stoi(status.substr(status.find(name) + name.size()));
+  };
+  const int before = count();
+  wait(1s);
+  return count() - before;
+}
+
+int ManagedDesktop::redrawsPerSecond() const {
+  const XConnection watcher(display());
+  own(xcb_damage_query_version_reply(watcher.get(), xcb_damage_query_version(watcher.get(), 1, 1), nullptr));
+  for (const xcb_window_t cover : covers())
+    xcb_damage_create(watcher.get(), xcb_generate_id(watcher.get()), cover, XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+  watcher.sync();
+  while (own(xcb_poll_for_event(watcher.get()))) continue;  // all that was damaged before
+  wait(1s);
+  int count = 0;
+  while (own(xcb_poll_for_event(watcher.get()))) ++count;
+  return count;
 }
 
 }  // namespace hushpane::x11_tests

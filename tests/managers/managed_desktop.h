@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "tests/managers/combinations.h"
 #include "tests/x11/desktop.h"
 
@@ -13,6 +15,7 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   struct Spot {
     Point point;
     Pixel color;
+    int tolerance = 3;
   };
   static constexpr Pixel white{0xf0f0f0}, brown{0x906030};
 
@@ -40,6 +43,8 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   static Spot spotOf(const ClientWindow& window) { return {window.spot(), window.color()}; }
   Spot left() const { return {leftSpot, untouched().at(int(leftSpot.x), int(leftSpot.y))}; }
   Spot right() const { return {rightSpot, untouched().at(int(rightSpot.x), int(rightSpot.y))}; }
+  // The desktop where a terminal stands; some window managers paint it with a gradient.
+  Spot bareBeneath(const Terminal& terminal) const { return {terminal.spot(), left().color, 8}; }
   std::vector<Terminal*> terminals() const { return {red_.get(), green_.get(), blue_.get()}; }
   // Whether the screen comes to show these without a cover and those beneath it.
   testing::AssertionResult sees(const std::vector<Spot>& clear, const std::vector<Spot>& covered) const;
@@ -51,20 +56,27 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   // The program's windows that are as large as a monitor.
   std::vector<xcb_window_t> covers() const;
   testing::AssertionResult coversStayInTheBackground() const;
+  // How often the program's main thread wakes up, and the covers are drawn anew, while nothing happens.
+  int wakeUpsPerSecond();
+  int redrawsPerSecond() const;
 
  private:
+  void drawOnce() const;
   std::vector<Rect> framesAndShadows() const;
   void restore();
 
   std::string caseName_;
+  milliseconds limit_ = patience;
   std::unique_ptr<ClientWindow> desktopWindow_;
 };
 
-#define HUSHPANE_RUN_UNDER_ALL_WINDOW_MANAGERS(suite)                                                              \
-  INSTANTIATE_TEST_SUITE_P(WindowManagers, suite, testing::ValuesIn(combinations()), [](const auto& combination) { \
-    std::string name = combination.param.name;                                                                     \
-    std::replace(name.begin(), name.end(), '-', '_');                                                              \
-    return name;                                                                                                   \
-  })
+inline std::string combinationName(const testing::TestParamInfo<Combination>& combination) {
+  std::string name = combination.param.name;
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
+#define HUSHPANE_RUN_UNDER_ALL_WINDOW_MANAGERS(suite) \
+  INSTANTIATE_TEST_SUITE_P(WindowManagers, suite, testing::ValuesIn(combinations()), combinationName)
 
 }  // namespace hushpane::x11_tests

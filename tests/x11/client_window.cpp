@@ -47,6 +47,11 @@ void ClientWindow::describe(const Look& look) const {
   x_.setNumbers(window_, "WM_NORMAL_HINTS", "WM_SIZE_HINTS", sizeHints);
   x_.setNumbers(window_, "_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {hasDecorations, 0, 0, 0, 0});
   x_.setNumbers(window_, "_NET_WM_WINDOW_TYPE", "ATOM", {x_.atom(look.type)});
+  if (look.type == "_NET_WM_WINDOW_TYPE_DOCK") {  // along the lower edge
+    const auto left = std::uint32_t(look.bounds.x), right = std::uint32_t(look.bounds.right() - 1);
+    const auto height = std::uint32_t(x_.screen().height_in_pixels - look.bounds.y);
+    x_.setNumbers(window_, "_NET_WM_STRUT_PARTIAL", "CARDINAL", {0, 0, 0, height, 0, 0, 0, 0, 0, 0, left, right});
+  }
   if (look.owner != XCB_NONE) x_.setNumbers(window_, "WM_TRANSIENT_FOR", "WINDOW", {look.owner});
 }
 

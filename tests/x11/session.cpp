@@ -33,7 +33,8 @@ Session::Session(const WindowManagerKind& windowManager, Monitors monitors)
   server_ = std::make_unique<XServer>(environment_, logs_);
   environment_["DISPLAY"] = server_->display();
   x_ = std::make_unique<XConnection>(server_->display());
-  runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", "screen"});
+  if (windowManager.countsOutputs) runTool({"xrandr", "--output", "screen", "--off", "--fb", "1920x1080"});
+  runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", windowManager.countsOutputs ? "none" : "screen"});
   if (monitors == Monitors::both) plugInRightMonitor();
   windowManager_ = std::make_unique<WindowManager>(windowManager, environment_, logs_, *x_);
   runTool({"xsetroot", "-solid", "#6080a0"});
@@ -80,6 +81,8 @@ void Session::activate(xcb_window_t window) const {
   if (hasEwmh()) {
     request(window, "_NET_ACTIVE_WINDOW", {fromTaskBar, XCB_CURRENT_TIME});
   } else {
+    xcb_map_window(x_->get(), window);  // which ends its being minimised (ICCCM 4.1.4)
+    waitUntil([&] { return x_->isOnScreen(window); }, 1s);
     const Rect bounds = x_->bounds(window);
     click({bounds.x + 20, bounds.bottom() - 20});
   }

@@ -16,6 +16,8 @@ struct WindowManagerKind {
   std::map<std::filesystem::path, std::string> files = {};
   Environment environment = {};
   bool needsBus = false;
+  // Knows only monitors with an output, of which the X server has one, and takes the whole screen where there is none.
+  bool countsOutputs = false;
   // Commands that change what EWMH has no working request for: a program and words before the workspace's name, and
   // its own compositor.
   std::vector<std::string> toWorkspace = {};
