@@ -54,6 +54,7 @@ void BadWeatherUnder::manyWindows() {
         x(), ClientWindow::Look{bounds, brown, "_NET_WM_WINDOW_TYPE_UTILITY"}, ClientWindow::Appearing::someTime));
   }
   EXPECT_TRUE(waitUntil([&] { return x().isOnScreen(windows.back()->window()); }, 30s));
+  if (hasEwmh()) waitUntil([&] { return x().numbers(x().root(), "_NET_CLIENT_LIST").size() > windows.size(); }, 20s);
   for (const Terminal* terminal : {green_.get(), red_.get()}) {
     activate(terminal->window());
     EXPECT_TRUE(sees({spotOf(*terminal)}, {left()}));

@@ -164,22 +164,24 @@ awful.rules.rules = {{rule = {}, properties = {
 )"}}};
 }
 
+// It writes settings of its own where it finds no folder of its own.
 WindowManagerKind fluxbox() {
   return {.name = "fluxbox",
-          .command = {"fluxbox", "-rc", "%/fluxbox/init"},
-          .files = {{"fluxbox/init", R"(session.screen0.workspaces: 2
+          .command = {"fluxbox", "-rc", "%/../.fluxbox/init"},
+          .files = {{"../.fluxbox/init", R"(session.configVersion: 13
+session.screen0.workspaces: 2
 session.screen0.workspaceNames: 1,2
 session.screen0.toolbar.visible: false
 session.screen0.focusModel: ClickFocus
 session.screen0.focusNewWindows: true
 session.screen0.clickRaises: true
-session.keyFile: %/fluxbox/keys
-session.appsFile: %/fluxbox/apps
-session.styleOverlay: %/fluxbox/overlay
+session.keyFile: %/../.fluxbox/keys
+session.appsFile: %/../.fluxbox/apps
+session.styleOverlay: %/../.fluxbox/overlay
 )"},
-                    {"fluxbox/keys", "OnWindow Mouse1 :MacroCmd {Raise} {Focus}\n"},
-                    {"fluxbox/apps", ""},
-                    {"fluxbox/overlay", "background: none\n"}}};
+                    {"../.fluxbox/keys", ""},
+                    {"../.fluxbox/apps", ""},
+                    {"../.fluxbox/overlay", "background: none\n"}}};
 }
 
 // It knows neither EWMH nor workspaces.

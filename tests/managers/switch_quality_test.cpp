@@ -83,7 +83,8 @@ void SwitchesUnder::judge(const Looks& looks) {
   RecordProperty("worstMilliseconds", std::to_string(times.back()));
   std::cout << "the right picture after " << times[times.size() / 2] << " ms in the median, " << times.back()
             << " ms at most\n";
-  EXPECT_LE(times[times.size() / 2], 50) << "an activation moves the cover, not the tick";
+  // Without a graphics card, compositors take several frames.
+  EXPECT_LE(times[times.size() / 2], combination().isComposited ? 150 : 50) << "it takes too long as a rule";
 }
 
 TEST_P(SwitchesUnder, EveryWindowManager) {

@@ -42,8 +42,10 @@ ClientWindow::~ClientWindow() {
 // Without decorations, at the place asked for (ICCCM 4.1.2.3: the position counts as the user's).
 void ClientWindow::describe(const Look& look) const {
   constexpr std::uint32_t userPosition = 1, userSize = 2, hasDecorations = 2;
-  std::vector<std::uint32_t> sizeHints(18);
-  sizeHints[0] = userPosition | userSize;
+  std::vector<std::uint32_t> sizeHints{userPosition | userSize, std::uint32_t(look.bounds.x),
+                                       std::uint32_t(look.bounds.y), std::uint32_t(look.bounds.width),
+                                       std::uint32_t(look.bounds.height)};
+  sizeHints.resize(18);
   x_.setNumbers(window_, "WM_NORMAL_HINTS", "WM_SIZE_HINTS", sizeHints);
   x_.setNumbers(window_, "_MOTIF_WM_HINTS", "_MOTIF_WM_HINTS", {hasDecorations, 0, 0, 0, 0});
   x_.setNumbers(window_, "_NET_WM_WINDOW_TYPE", "ATOM", {x_.atom(look.type)});

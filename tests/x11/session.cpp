@@ -76,17 +76,22 @@ bool Session::hasEwmh() const {
   return !x_->numbers(x_->root(), "_NET_SUPPORTING_WM_CHECK").empty();
 }
 
+// A window manager that has just begun may miss the first request.
 void Session::activate(xcb_window_t window) const {
-  constexpr std::uint32_t fromTaskBar = 2;
-  if (hasEwmh()) {
-    request(window, "_NET_ACTIVE_WINDOW", {fromTaskBar, XCB_CURRENT_TIME});
-  } else {
-    xcb_map_window(x_->get(), window);  // which ends its being minimised (ICCCM 4.1.4)
-    waitUntil([&] { return x_->isOnScreen(window); }, 1s);
-    const Rect bounds = x_->bounds(window);
-    click({bounds.x + 20, bounds.bottom() - 20});
+  for (auto end = Clock::now() + patience; Clock::now() < end;) {
+    bringForward(window);
+    if (waitUntil([&] { return x_->activeWindow() == window; }, 2s)) return;
   }
-  if (!waitUntil([&] { return x_->activeWindow() == window; })) throw std::runtime_error("a window stays in the back");
+  throw std::runtime_error("a window stays in the back");
+}
+
+void Session::bringForward(xcb_window_t window) const {
+  constexpr std::uint32_t fromTaskBar = 2;
+  if (hasEwmh()) return request(window, "_NET_ACTIVE_WINDOW", {fromTaskBar, XCB_CURRENT_TIME});
+  xcb_map_window(x_->get(), window);  // which ends its being minimised (ICCCM 4.1.4)
+  waitUntil([&] { return x_->isOnScreen(window); }, 1s);
+  const Rect bounds = x_->bounds(window);
+  click({bounds.x + 20, bounds.bottom() - 20});
 }
 
 void Session::click(Point point) const {

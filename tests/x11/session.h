@@ -57,6 +57,8 @@ class Session {
   void endServer() { server_->terminate(); }
 
  private:
+  void bringForward(xcb_window_t window) const;
+
   TemporaryFolder home_;
   const std::filesystem::path logs_;
   Environment environment_;
