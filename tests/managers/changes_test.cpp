@@ -61,7 +61,7 @@ void ChangesUnder::managerIsReplaced() {
 
 // Until there is a successor the keyboard follows the pointer, clicks pass, and the program stays calm.
 void ChangesUnder::managerDies() {
-  const auto application = openFront({{500, 450, 300, 200}, brown});
+  const auto application = openFront({{500, 630, 300, 200}, brown});
   const auto behind = openFront({{900, 450, 150, 200}, white});
   activate(application->window());
   EXPECT_TRUE(sees({spotOf(*application)}, {left(), spotOf(*behind)}));

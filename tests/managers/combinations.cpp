@@ -211,6 +211,11 @@ Combination composited(const WindowManagerKind& kind) {
 Combination alwaysComposited(const WindowManagerKind& kind) {
   return {.name = kind.name, .windowManager = kind, .isComposited = true, .canSwitchCompositor = false};
 }
+// Which takes a compositor that was off at its start for unwanted.
+Combination neverComposited(Combination combination) {
+  combination.canSwitchCompositor = false;
+  return combination;
+}
 Combination withPicom(Combination combination) {
   combination.name += "-picom";
   combination.runsPicom = combination.isComposited = true;
@@ -246,7 +251,7 @@ const std::vector<Combination>& combinations() {
                                             composited(metacity(true)),
                                             alwaysComposited(mutter()),
                                             alwaysComposited(muffin()),
-                                            plain(kwin(false)),
+                                            neverComposited(plain(kwin(false))),
                                             withDesktopWindow(composited(kwin(true))),
                                             plain(awesome()),
                                             withPicom(plain(awesome())),

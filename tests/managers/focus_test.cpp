@@ -153,7 +153,7 @@ TEST_P(FocusUnder, EveryWindowManager) {
     constexpr int ticks = 10;
     settledPicture();
     wait(300ms);
-    EXPECT_LE(wakeUpsPerSecond(), 2 * ticks);
+    EXPECT_LE(wakeUpsPerSecond(), 3 * ticks);
     EXPECT_EQ(redrawsPerSecond(), 0);
   });
   runCase("focus, second workspace", [this] {

@@ -78,6 +78,7 @@ void ManagedDesktop::restore() {
     if (x().numbers(x().root(), "_NET_SHOWING_DESKTOP") == std::vector<std::uint32_t>{1}) showDesktop(false);
     activate(red_->window());
     stopHushpane();
+    wait(500ms);  // some compositors let windows fade
     startHushpane();
   } catch (const std::exception& failure) {
     ADD_FAILURE() << "the session is beyond repair: " << failure.what();
