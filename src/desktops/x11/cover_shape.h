@@ -16,6 +16,7 @@ class CoverShape {
   static CoverShape around(const std::vector<StackEntry>& below, const std::vector<xcb_window_t>& clear);
 
   bool operator==(const CoverShape& other) const;
+  bool hasHole() const { return !parts_.empty(); }
   void apply(Connection& connection, xcb_window_t overlay, const PixelRect& bounds) const;
 
  private:

@@ -70,7 +70,7 @@ void ManagedPlacement::forget(xcb_window_t overlay) {
 PlacementPlan ManagedPlacement::plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) {
   auto items = managedItemsOf(stack);
   PlacementPlan plan;
-  hasFailed_ = false;
+  outcome_ = Outcome::placed;
   for (const auto& wish : wishes) planOne(wish, stack, items, plan);
   for (const auto& item : items) plan.order.push_back(item.id);
   return plan;
@@ -82,6 +82,7 @@ void ManagedPlacement::planOne(const PlacementWish& wish, const std::vector<Stac
   const auto* entry = entryOf(stack, wish.window);
   if (!entry || !entry->isMapped) {
     plan.waiting.insert(wish.window);
+    outcome_ = Outcome::open;
     return;
   }
   if (entry->id != wish.window && std::exchange(overlay.frame, entry->id) != entry->id) passClicksThrough(entry->id);
@@ -103,9 +104,10 @@ void ManagedPlacement::ask(const PlacementWish& wish, const StackEntry& entry, c
   const auto before = std::ranges::find(items, entry.id, &OrderItem::id) - items.begin();
   for (const auto& step : steps) x11::carryOut(step, items);  // as it will be, now or when the manager has answered
   if (verdict == RestackBudget::Verdict::lost) {
-    hasFailed_ = !steps.empty();
+    if (!steps.empty()) outcome_ = Outcome::failed;
     return;
   }
+  if (outcome_ == Outcome::placed) outcome_ = Outcome::open;
   plan.recheck = RestackBudget::secondsToWait;
   if (verdict == RestackBudget::Verdict::wait) return;
   plan.requests.push_back({wish, entry.bounds != wish.bounds});

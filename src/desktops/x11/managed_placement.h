@@ -26,7 +26,7 @@ class ManagedPlacement : public Placement {
   PlacementPlan plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) override;
   void carryOut(const PlacementPlan& plan) override;
   void activationChanged() override { budget_.renew(); }
-  bool hasFailed() const override { return hasFailed_; }
+  Outcome outcome() const override { return outcome_; }
 
  private:
   struct Overlay {
@@ -46,7 +46,7 @@ class ManagedPlacement : public Placement {
   RestackBudget budget_;
   std::map<xcb_window_t, Overlay> overlays_;
   Newcomers newcomers_{Newcomers::Raise::after};
-  bool hasFailed_ = false;
+  Outcome outcome_ = Outcome::open;
 };
 
 }  // namespace hushpane::x11

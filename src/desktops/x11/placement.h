@@ -44,8 +44,13 @@ class Placement {
   virtual void carryOut(const PlacementPlan& plan) = 0;
   // Another window became active: whoever restacks now does so for a good reason.
   virtual void activationChanged() = 0;
-  // An overlay is not where it belongs, and asking again has not helped.
-  virtual bool hasFailed() const = 0;
+  // How the latest plan went.
+  enum class Outcome {
+    open,    // somebody is still to answer
+    placed,  // every overlay is where it belongs
+    failed,  // one is not, and asking again has not helped
+  };
+  virtual Outcome outcome() const = 0;
 };
 
 }  // namespace hushpane::x11

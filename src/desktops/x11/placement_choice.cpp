@@ -7,9 +7,17 @@
 
 namespace hushpane::x11 {
 
+namespace {
+constexpr double secondsOfPeace = 0.5;  // a manager that takes a place back does so at once
+}
+
 PlacementChoice::PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree,
                                  ManagerWatch& manager, CompositorWatch& compositor)
-    : manager_(manager), compositor_(compositor), serverOrder_(connection, queue, tree), managed_(connection, queue) {
+    : queue_(queue),
+      manager_(manager),
+      compositor_(compositor),
+      serverOrder_(connection, queue, tree),
+      managed_(connection, queue) {
   managerChanges_ = manager_.addChangeHandler([this] { surroundingsChanged(); });
   compositorChanges_ = compositor_.addChangeHandler([this] { surroundingsChanged(); });
   surroundingsChanged();
@@ -24,6 +32,8 @@ std::vector<Placement*> PlacementChoice::candidates() {
 }
 
 void PlacementChoice::surroundingsChanged() {
+  proven_.clear();
+  troubledAt_ = queue_.now();
   failed_.clear();
   choose(*candidates().front());
 }
@@ -42,7 +52,11 @@ void PlacementChoice::forget(xcb_window_t overlay) {
 
 PlacementPlan PlacementChoice::plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) {
   auto plan = current_->plan(stack, wishes);
-  if (!current_->hasFailed() || !failed_.insert(current_).second) return plan;
+  const auto attempt = std::pair(static_cast<const Placement*>(current_), wishes.front().level);
+  if (current_->outcome() != Outcome::placed) troubledAt_ = queue_.now();
+  if (queue_.now() - troubledAt_ > secondsOfPeace) proven_.insert(attempt);
+  if (current_->outcome() != Outcome::failed || proven_.contains(attempt) || !failed_.insert(current_).second)
+    return plan;
   const auto all = candidates();
   const auto next = std::ranges::find_if(all, [this](const Placement* each) { return !failed_.contains(each); });
   // Where none works, the one that should is the least bad.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "desktops/x11/compositor_watch.h"
@@ -12,7 +13,7 @@
 namespace hushpane::x11 {
 
 // The strategy that works here: by what the window manager and the compositor are, and by what the tree shows when it
-// was tried. Chosen anew when one of the two changes.
+// was tried. Chosen anew when one of the two changes. A strategy that has worked is kept, whatever happens for a while.
 class PlacementChoice : public Placement {
  public:
   PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ManagerWatch& manager,
@@ -24,7 +25,7 @@ class PlacementChoice : public Placement {
   PlacementPlan plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) override;
   void carryOut(const PlacementPlan& plan) override { current_->carryOut(plan); }
   void activationChanged() override { current_->activationChanged(); }
-  bool hasFailed() const override { return current_->hasFailed(); }
+  Outcome outcome() const override { return current_->outcome(); }
 
   // Called when another strategy is in force, while events are being handled.
   platform::Token addChangeHandler(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
@@ -34,11 +35,15 @@ class PlacementChoice : public Placement {
   void surroundingsChanged();
   void choose(Placement& placement);
 
+  platform::MainQueue& queue_;
   ManagerWatch& manager_;
   CompositorWatch& compositor_;
   ServerOrderPlacement serverOrder_;
   ManagedPlacement managed_;
   Placement* current_ = &serverOrder_;
+  // With the level of the overlays: a manager may do the one and not the other.
+  std::set<std::pair<const Placement*, int>> proven_;
+  double troubledAt_ = 0;  // when an overlay was last out of its place
   std::set<const Placement*> failed_;
   platform::HandlerList<void()> handlers_;
   platform::Token managerChanges_;

@@ -29,14 +29,15 @@ PlacementPlan ServerOrderPlacement::plan(const std::vector<StackEntry>& stack,
                                          const std::vector<PlacementWish>& wishes) {
   auto items = orderItemsOf(stack);
   PlacementPlan plan;
-  hasFailed_ = false;
+  outcome_ = Outcome::placed;
   for (auto wish : wishes) {
     wish.newcomers = newcomers_.above(wish, items, queue_.now());
     if (!wish.newcomers.empty()) plan.recheck = Newcomers::secondsOfGrace;
     const auto steps = restacksFor(wish, items);
     if (steps.empty()) continue;
     const auto verdict = budget_.ask(wish, items, queue_.now());
-    if (verdict == RestackBudget::Verdict::lost) hasFailed_ = true;
+    if (verdict == RestackBudget::Verdict::lost) outcome_ = Outcome::failed;
+    if (outcome_ == Outcome::placed) outcome_ = Outcome::open;
     if (verdict == RestackBudget::Verdict::wait) plan.recheck = RestackBudget::secondsToWait;
     if (verdict != RestackBudget::Verdict::move) continue;
     for (const auto& step : steps) {

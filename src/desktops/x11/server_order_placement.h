@@ -21,7 +21,7 @@ class ServerOrderPlacement : public Placement {
   PlacementPlan plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) override;
   void carryOut(const PlacementPlan& plan) override;
   void activationChanged() override { budget_.renew(); }
-  bool hasFailed() const override { return hasFailed_; }
+  Outcome outcome() const override { return outcome_; }
 
  private:
   Connection& connection_;
@@ -29,7 +29,7 @@ class ServerOrderPlacement : public Placement {
   WindowTree& tree_;
   RestackBudget budget_{0};
   Newcomers newcomers_{Newcomers::Raise::before};
-  bool hasFailed_ = false;
+  Outcome outcome_ = Outcome::open;
   platform::Token errors_;
 };
 

@@ -127,31 +127,34 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
   painter_.paint(background_.picture.get());
   const std::uint32_t background = background_.pixmap.get();
   xcb_change_window_attributes(services_.connection.get(), id(), XCB_CW_BACK_PIXMAP, &background);
+  // What it is to leave clear must be so before it moves above it, and must stay so until it has moved beneath.
+  if (shown_.isMapped && nextShape_->hasHole()) showNext();
 }
 
 void X11Window::settle() {
   shown_.isPlaced = true;
-  if (nextShape_) {
-    auto* const server = services_.connection.get();
-    if (std::exchange(shown_.isMapped, true)) {
-      xcb_clear_area(server, 0, id(), 0, 0, 0, 0);
-      nextShape_->apply(services_.connection, id(), shown_.bounds);
-    } else {
-      nextShape_->apply(services_.connection, id(), shown_.bounds);
-      setInputRegion();
-      xcb_map_window(server, id());
-      setInputRegion();
-    }
-    const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
-    xcb_change_window_attributes(server, id(), XCB_CW_BACK_PIXMAP, &none);
-    shown_.shape = *std::exchange(nextShape_, std::nullopt);
-    background_ = {};
-  }
+  if (nextShape_) showNext();
   if (retired_ && shown_.shape != CoverShape::nothing()) {
     services_.tree.removeOwn(retired_->window.get());
     retired_.reset();
   }
   painter_.releaseUncovered();
+}
+
+// With the background that was made for it.
+void X11Window::showNext() {
+  auto* const server = services_.connection.get();
+  if (shown_.isMapped) xcb_clear_area(server, 0, id(), 0, 0, 0, 0);
+  nextShape_->apply(services_.connection, id(), shown_.bounds);
+  if (!std::exchange(shown_.isMapped, true)) {
+    setInputRegion();  // no click must be caught in between
+    xcb_map_window(server, id());
+    setInputRegion();
+  }
+  const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
+  xcb_change_window_attributes(server, id(), XCB_CW_BACK_PIXMAP, &none);
+  shown_.shape = *std::exchange(nextShape_, std::nullopt);
+  background_ = {};
 }
 
 void X11Window::hide(Placement& placement) {

@@ -78,6 +78,7 @@ class X11Window : public platform::Window {
   void publishOpacity(double opacity);
   void publishBlur(bool isWanted);
   void setInputRegion();
+  void showNext();
 
   OverlayServices services_;
   OverlayStage& stage_;
