@@ -65,6 +65,8 @@ void ChangesUnder::managerDies() {
   const auto behind = openFront({{900, 450, 150, 200}, white});
   activate(application->window());
   EXPECT_TRUE(sees({spotOf(*application)}, {left(), spotOf(*behind)}));
+  const Point spot = application->spot();
+  runTool({"xdotool", "mousemove", std::to_string(int(spot.x)), std::to_string(int(spot.y))});
   windowManager().process().signal(SIGKILL);
   EXPECT_TRUE(windowManager().process().wait());
   click(application->spot());

@@ -20,6 +20,10 @@ class SwitchesUnder : public ManagedDesktop {
     return isNear(look.pixels[isRedActive(look) ? redSpot : greenSpot],
                   isRedActive(look) ? red_->color() : green_->color(), 3);
   }
+  bool isOtherClear(const ScreenWatch::Look& look) const {
+    return isNear(look.pixels[isRedActive(look) ? greenSpot : redSpot],
+                  isRedActive(look) ? green_->color() : red_->color(), 3);
+  }
   bool isOtherCovered(const ScreenWatch::Look& look) const {
     return isNear(look.pixels[isRedActive(look) ? greenSpot : redSpot],
                   dimmed(isRedActive(look) ? green_->color() : red_->color(), balanced), 3);
@@ -47,6 +51,8 @@ SwitchesUnder::Looks SwitchesUnder::watchSwitches() {
 }
 
 void SwitchesUnder::judge(const Looks& looks) {
+  // Some window managers bring a window to the front and only then say that it is active.
+  int early = 0;
   int coveredAgain = 0, brightBackground = 0, coverActive = 0;
   bool wasClear = true;
   xcb_window_t active = looks.front().activeWindow;
@@ -61,12 +67,14 @@ void SwitchesUnder::judge(const Looks& looks) {
     }
     if (std::exchange(active, look.activeWindow) != look.activeWindow) {
       wasClear = false;
+      early = 0;
       begin = look.time;
     }
     if (isActiveClear(look)) {
       wasClear = true;
-    } else {
-      coveredAgain += wasClear;
+      coveredAgain += std::exchange(early, 0);
+    } else if (wasClear) {
+      ++(isOtherClear(look) ? early : coveredAgain);
     }
     if (begin && isActiveClear(look) && isOtherCovered(look)) {
       times.push_back(std::chrono::duration<double, std::milli>(look.time - *std::exchange(begin, {})).count());

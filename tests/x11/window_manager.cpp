@@ -64,14 +64,17 @@ void WindowManager::writeFiles() const {
   }
 }
 
-// A manager that has given a window its state (ICCCM 4.1.3.1) handles requests; earlier ones may be lost.
+// A manager that has given a window its state (ICCCM 4.1.3.1) handles requests; earlier ones may be lost, and so may a
+// window that appears while one manager follows another.
 void WindowManager::waitUntilReady() {
-  const ClientWindow probe(x_, {{0, 0, 50, 50}, {0}}, ClientWindow::Appearing::someTime);
-  const auto isManaged = [&] {
-    return x_.isOnScreen(probe.window()) && !x_.numbers(probe.window(), "WM_STATE").empty();
+  const auto manages = [this] {
+    const ClientWindow probe(x_, {{0, 0, 50, 50}, {0}}, ClientWindow::Appearing::someTime);
+    return waitUntil([&] { return x_.isOnScreen(probe.window()) && !x_.numbers(probe.window(), "WM_STATE").empty(); },
+                     2s);
   };
-  if (!waitUntil([&] { return isManaged() || !process_->isRunning(); }) || !process_->isRunning())
-    throw std::runtime_error(kind_.name + " did not start: " + process_->errors());
+  for (auto end = Clock::now() + patience; Clock::now() < end && process_->isRunning();)
+    if (manages()) return;
+  throw std::runtime_error(kind_.name + " did not start: " + process_->errors());
 }
 
 void WindowManager::replace() {
