@@ -23,7 +23,6 @@ ManagedDesktop::ManagedDesktop() : Desktop(GetParam().windowManager) {
   if (combination().isComposited) drawOnce();
 }
 
-// Some compositors draw the desktop only where something was.
 void ManagedDesktop::drawOnce() const {
   {
     const auto sheet = openWindow({{0, 0, 1920, 1080}, brown, "_NET_WM_WINDOW_TYPE_TOOLTIP", true});

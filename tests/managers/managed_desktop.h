@@ -34,6 +34,8 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   void minimise(xcb_window_t window) const;
   void setState(xcb_window_t window, bool isOn, const std::string& first, const std::string& second = {}) const;
   void showDesktop(bool isOn) const { request(x().root(), "_NET_SHOWING_DESKTOP", {isOn}); }
+  // Has a compositor draw the whole screen; some draw the desktop only where something was.
+  void drawOnce() const;
   // A window of this application, in front.
   std::unique_ptr<ClientWindow> openFront(const ClientWindow::Look& look) const;
   void wait(milliseconds time) const { std::this_thread::sleep_for(time); }
@@ -61,7 +63,6 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   int redrawsPerSecond() const;
 
  private:
-  void drawOnce() const;
   std::vector<Rect> framesAndShadows() const;
   void restore();
 
