@@ -58,8 +58,16 @@ bool WindowTree::forgetReused(const xcb_generic_event_t& event) {
   return true;
 }
 
+// The window that a compositor paints on is the server's, above all others, and in no list of children.
+bool WindowTree::isOfServer(const xcb_generic_event_t& event) const {
+  if ((event.response_type & 0x7f) != XCB_CREATE_NOTIFY) return false;
+  const auto window = reinterpret_cast<const xcb_create_notify_event_t&>(event).window;
+  return (window & ~xcb_get_setup(connection_.get())->resource_id_mask) == 0;
+}
+
 void WindowTree::handle(const xcb_generic_event_t& event) {
   const int type = event.response_type & 0x7f;
+  if (isOfServer(event)) return;
   if (type == XCB_PROPERTY_NOTIFY) return handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
   const bool isReadNeeded = forgetReused(event);
   // Events from before the order was read are already part of it.

@@ -49,6 +49,7 @@ class WindowTree {
  private:
   void handle(const xcb_generic_event_t& event);
   void handleProperty(const xcb_property_notify_event_t& event);
+  bool isOfServer(const xcb_generic_event_t& event) const;
   bool forgetReused(const xcb_generic_event_t& event);
   void changed();
   void readOrder();
