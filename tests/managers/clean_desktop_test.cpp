@@ -48,13 +48,6 @@ TEST_P(CleanDesktopUnder, EveryWindowManager) {
     EXPECT_LE(wakeUpsPerSecond(), 1);
     EXPECT_EQ(redrawsPerSecond(), 0);
   });
-  runCase("second workspace", [this] {
-    toWorkspace(1);
-    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_), bareBeneath(*green_)}));
-    picture();
-    toWorkspace(0);
-    EXPECT_TRUE(isClean());
-  });
   runCase("minimised windows", [this] {
     minimise(red_->window());
     EXPECT_TRUE(sees({spotOf(*green_)}, {left(), bareBeneath(*red_)}));
@@ -69,6 +62,13 @@ TEST_P(CleanDesktopUnder, EveryWindowManager) {
     picture();
     showDesktop(false);
     activate(red_->window());
+    EXPECT_TRUE(isClean());
+  });
+  runCase("second workspace", [this] {
+    toWorkspace(1);
+    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_), bareBeneath(*green_)}));
+    picture();
+    toWorkspace(0);
     EXPECT_TRUE(isClean());
   });
 }

@@ -251,7 +251,7 @@ const std::vector<Combination>& combinations() {
                                             composited(metacity(true)),
                                             alwaysComposited(mutter()),
                                             alwaysComposited(muffin()),
-                                            neverComposited(plain(kwin(false))),
+                                            withDesktopWindow(neverComposited(plain(kwin(false)))),
                                             withDesktopWindow(composited(kwin(true))),
                                             plain(awesome()),
                                             withPicom(plain(awesome())),

@@ -9,7 +9,7 @@ struct Combination {
   std::string name;
   WindowManagerKind windowManager;
   bool runsPicom = false;
-  // Draws the picture of the desktop in a window, as file managers do, because the compositor shows none.
+  // Has the picture of the desktop in a window, as file managers do, and little works without.
   bool needsDesktopWindow = false;
   // Whether any compositor runs from the start, and whether one can be started and ended.
   bool isComposited = false;

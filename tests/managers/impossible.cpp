@@ -22,6 +22,8 @@ constexpr Impossible list[]{
     {"awesome*", "focus, show desktop", "awesome has no \"show desktop\"."},
     {"fluxbox*", "show desktop", "fluxbox has no \"show desktop\"."},
     {"fluxbox*", "focus, show desktop", "fluxbox has no \"show desktop\"."},
+    {"muffin", "second workspace", "muffin without its shell draws the windows of the workspace that was left."},
+    {"muffin", "focus, second workspace", "muffin without its shell draws the windows of the workspace that was left."},
     {"twm", "show desktop", "twm has no \"show desktop\"."},
     {"twm", "focus, show desktop", "twm has no \"show desktop\"."},
     {"twm", "second workspace", "twm has no workspaces."},
