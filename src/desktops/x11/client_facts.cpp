@@ -33,7 +33,8 @@ constexpr std::array<std::pair<std::string_view, WindowKind>, 14> kinds{{
     {"_NET_WM_WINDOW_TYPE_DESKTOP", WindowKind::desktop},
 }};
 
-constexpr std::array<std::string_view, 5> relevantProperties{"_NET_WM_WINDOW_TYPE", "_NET_WM_STATE", "_NET_WM_PID",
+constexpr std::array<std::string_view, 6> relevantProperties{"_NET_WM_WINDOW_TYPE",    "WM_TRANSIENT_FOR",
+                                                             "_NET_WM_STATE",          "_NET_WM_PID",
                                                              "_NET_WM_WINDOW_OPACITY", "_NET_WM_DESKTOP"};
 
 std::optional<std::int32_t> positivePid(std::uint32_t value) {
@@ -64,13 +65,16 @@ ClientFactsReader::Request ClientFactsReader::ask(StackEntry& entry) {
   request.opacity = askProperty(connection_, client, "_NET_WM_WINDOW_OPACITY", 1);
   request.frameOpacity = askProperty(connection_, entry.id, "_NET_WM_WINDOW_OPACITY", 1);
   request.workspace = askProperty(connection_, client, "_NET_WM_DESKTOP", 1);
-  request.hasOwner = connection_.extension(Extension::res).has_value();
-  if (request.hasOwner) request.owner = askOwner(client);
+  request.owner = askProperty(connection_, client, "WM_TRANSIENT_FOR", 1);
+  request.hasProcess = connection_.extension(Extension::res).has_value();
+  if (request.hasProcess) request.process = askOwner(client);
   return request;
 }
 
 void ClientFactsReader::answer(const Request& request) {
   ClientFacts facts;
+  // Windows for others are dialogs where they say nothing else (EWMH, _NET_WM_WINDOW_TYPE).
+  if (!propertyValues(connection_, request.owner).empty()) facts.kind = WindowKind::dialog;
   for (const auto type : propertyValues(connection_, request.types)) {
     if (const auto kind = kindOf(type)) {
       facts.kind = *kind;
@@ -83,7 +87,7 @@ void ClientFactsReader::answer(const Request& request) {
     if (state == connection_.atom("_NET_WM_STATE_HIDDEN")) facts.isHidden = true;
   }
   const auto named = propertyValues(connection_, request.pid);
-  if (request.hasOwner) facts.pid = ownerPid(request.owner);
+  if (request.hasProcess) facts.pid = ownerPid(request.process);
   if (!facts.pid && !named.empty()) facts.pid = positivePid(named.front());
   for (const auto cookie : {request.opacity, request.frameOpacity})
     for (const auto opacity : propertyValues(connection_, cookie))

@@ -29,9 +29,9 @@ class ClientFactsReader {
  private:
   struct Request {
     StackEntry* entry;
-    xcb_get_property_cookie_t types, states, pid, opacity, frameOpacity, workspace;
-    xcb_res_query_client_ids_cookie_t owner;
-    bool hasOwner;
+    xcb_get_property_cookie_t types, states, pid, opacity, frameOpacity, workspace, owner;
+    xcb_res_query_client_ids_cookie_t process;
+    bool hasProcess;
   };
   Request ask(StackEntry& entry);
   void answer(const Request& request);

@@ -16,6 +16,8 @@ class ManagerWatch {
   ManagerWatch(Connection& connection, platform::MainQueue& queue);
 
   bool isRunning() const { return checkWindow_ != XCB_WINDOW_NONE; }
+  // By which it tells that it runs; none without a manager.
+  xcb_window_t window() const { return checkWindow_; }
   // Whether it says that it understands that hint.
   bool supports(std::string_view hint) const;
   // Whether the manager itself has made the window, so that it is the same program.

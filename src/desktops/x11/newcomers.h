@@ -18,8 +18,7 @@ class Newcomers {
 
   explicit Newcomers(Raise raise) : raise_(raise) {}
 
-  // The windows of other applications above the wish's sibling that may be about to become active themselves. `now` is
-  // in monotonic seconds.
+  // The windows above the wish's sibling that may be about to become active themselves. `now` is in monotonic seconds.
   std::vector<xcb_window_t> above(const PlacementWish& wish, std::span<const OrderItem> stack, double now);
   void forget(xcb_window_t overlay) { known_.erase(overlay); }
 

@@ -8,7 +8,7 @@
 namespace hushpane::x11 {
 
 namespace {
-constexpr double secondsOfPeace = 0.5;  // a manager that takes a place back does so at once
+constexpr double secondsOfPeace = 0.5;
 }
 
 PlacementChoice::PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree,
@@ -32,16 +32,25 @@ std::vector<Placement*> PlacementChoice::candidates() {
 }
 
 void PlacementChoice::surroundingsChanged() {
-  proven_.clear();
-  troubledAt_ = queue_.now();
+  provenLevels_.clear();
   failed_.clear();
-  choose(*candidates().front());
+  troubledAt_ = queue_.now();
+  const bool isManagerNew = std::exchange(managerSeen_, manager_.window()) != manager_.window();
+  const bool isCompositorNew = std::exchange(compositorSeen_, compositor_.owner()) != compositor_.owner();
+  const bool isStrategyNew = choose(*candidates().front());
+  if (isManagerNew || isCompositorNew || isStrategyNew) renew();
 }
 
-void PlacementChoice::choose(Placement& placement) {
-  if (std::exchange(current_, &placement) == &placement) return;
+// Returns whether it is another one than before.
+bool PlacementChoice::choose(Placement& placement) {
+  if (std::exchange(current_, &placement) == &placement) return false;
   desktops::debugLog(std::string("overlays are placed by ") +
                      (placement.isManaged() ? "the window manager" : "the order in the server"));
+  return true;
+}
+
+void PlacementChoice::renew() {
+  ++generation_;
   handlers_.forEach([](const auto& handler) { handler(); });
 }
 
@@ -52,15 +61,14 @@ void PlacementChoice::forget(xcb_window_t overlay) {
 
 PlacementPlan PlacementChoice::plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) {
   auto plan = current_->plan(stack, wishes);
-  const auto attempt = std::pair(static_cast<const Placement*>(current_), wishes.front().level);
   if (current_->outcome() != Outcome::placed) troubledAt_ = queue_.now();
-  if (queue_.now() - troubledAt_ > secondsOfPeace) proven_.insert(attempt);
-  if (current_->outcome() != Outcome::failed || proven_.contains(attempt) || !failed_.insert(current_).second)
-    return plan;
+  if (current_ == &managed_ && queue_.now() - troubledAt_ > secondsOfPeace) provenLevels_.insert(wishes.front().level);
+  const bool isProven = current_ == &managed_ && provenLevels_.contains(wishes.front().level);
+  if (current_->outcome() != Outcome::failed || isProven || !failed_.insert(current_).second) return plan;
   const auto all = candidates();
   const auto next = std::ranges::find_if(all, [this](const Placement* each) { return !failed_.contains(each); });
   // Where none works, the one that should is the least bad.
-  choose(next == all.end() ? *all.front() : **next);
+  if (choose(next == all.end() ? *all.front() : **next)) renew();
   plan.steps.clear();
   plan.requests.clear();
   return plan;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <set>
-#include <utility>
 #include <vector>
 
 #include "desktops/x11/compositor_watch.h"
@@ -13,7 +12,8 @@
 namespace hushpane::x11 {
 
 // The strategy that works here: by what the window manager and the compositor are, and by what the tree shows when it
-// was tried. Chosen anew when one of the two changes. A strategy that has worked is kept, whatever happens for a while.
+// was tried. Chosen anew when one of the two changes. A manager that has done as asked is asked again, also when it
+// does not for a while, as when it shows the desktop.
 class PlacementChoice : public Placement {
  public:
   PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ManagerWatch& manager,
@@ -27,13 +27,18 @@ class PlacementChoice : public Placement {
   void activationChanged() override { current_->activationChanged(); }
   Outcome outcome() const override { return current_->outcome(); }
 
-  // Called when another strategy is in force, while events are being handled.
+  // Another number where overlays are to be made anew: a manager or compositor that has just begun may have its own
+  // idea of the order of windows that were there before it.
+  int generation() const { return generation_; }
+
+  // Called when another strategy or generation is in force, while events are being handled.
   platform::Token addChangeHandler(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
 
  private:
   std::vector<Placement*> candidates();
   void surroundingsChanged();
-  void choose(Placement& placement);
+  bool choose(Placement& placement);
+  void renew();
 
   platform::MainQueue& queue_;
   ManagerWatch& manager_;
@@ -41,8 +46,11 @@ class PlacementChoice : public Placement {
   ServerOrderPlacement serverOrder_;
   ManagedPlacement managed_;
   Placement* current_ = &serverOrder_;
-  // With the level of the overlays: a manager may do the one and not the other.
-  std::set<std::pair<const Placement*, int>> proven_;
+  xcb_window_t managerSeen_ = XCB_WINDOW_NONE;
+  xcb_window_t compositorSeen_ = XCB_WINDOW_NONE;
+  int generation_ = 0;
+  // Where the manager has done as asked for a while. It may do so for one level and not for the other.
+  std::set<int> provenLevels_;
   double troubledAt_ = 0;  // when an overlay was last out of its place
   std::set<const Placement*> failed_;
   platform::HandlerList<void()> handlers_;

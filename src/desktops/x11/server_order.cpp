@@ -39,6 +39,11 @@ std::vector<Restack> directlyAboveDesktop(xcb_window_t window, std::size_t at, S
   return {{window, XCB_WINDOW_NONE, XCB_STACK_MODE_BELOW}};
 }
 
+// A window in front of the sibling that stays in front of an overlay, too.
+bool belongsTo(const OrderItem& sibling, const OrderItem& item) {
+  return item.id == sibling.id || (item.isCompanion && item.application == sibling.application);
+}
+
 bool touches(const OrderItem& item, const PlacementWish& wish) {
   return !item.bounds.intersection(wish.bounds).isEmpty();
 }
@@ -84,7 +89,9 @@ OrderRole roleOf(const StackEntry& entry) {
 std::vector<OrderItem> orderItemsOf(const std::vector<StackEntry>& stack) {
   std::vector<OrderItem> items;
   items.reserve(stack.size());
-  for (const auto& entry : stack) items.push_back({entry.id, roleOf(entry), entry.facts.pid.value_or(0), entry.bounds});
+  for (const auto& entry : stack)
+    items.push_back({entry.id, roleOf(entry), entry.facts.pid.value_or(0), entry.bounds,
+                     entry.facts.kind == WindowKind::dialog || entry.facts.kind == WindowKind::utility});
   return items;
 }
 
@@ -103,7 +110,7 @@ std::vector<xcb_window_t> strangersAbove(const PlacementWish& wish, std::span<co
   if (!sibling || wish.level < platform::windowLevel::normal || wish.place != platform::Window::Place::below)
     return strangers;
   for (const auto& item : stack.subspan(*sibling + 1))
-    if (item.role == OrderRole::ordinary && item.application != stack[*sibling].application && touches(item, wish))
+    if (item.role == OrderRole::ordinary && !belongsTo(stack[*sibling], item) && touches(item, wish))
       strangers.push_back(item.id);
   return strangers;
 }
@@ -115,8 +122,8 @@ std::vector<xcb_window_t> leftClear(const PlacementWish& wish, std::span<const O
   if (!at || wish.level < platform::windowLevel::normal) return clear;
   for (std::size_t index = 0; index < *at; ++index) {
     const auto& item = stack[index];
-    const bool isInFront = sibling && index >= *sibling && item.role == OrderRole::ordinary &&
-                           item.application == stack[*sibling].application;
+    const bool isInFront =
+        sibling && index >= *sibling && item.role == OrderRole::ordinary && belongsTo(stack[*sibling], item);
     if ((isInFront || item.role == OrderRole::dock) && touches(item, wish)) clear.push_back(item.id);
   }
   return clear;

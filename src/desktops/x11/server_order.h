@@ -26,6 +26,7 @@ struct OrderItem {
   OrderRole role = OrderRole::passive;
   std::int32_t application = 0;  // the process that it belongs to, 0 when nobody knows
   PixelRect bounds;
+  bool isCompanion = false;  // a dialog or a palette: it belongs to another window of its application
 };
 
 std::vector<OrderItem> orderItemsOf(const std::vector<StackEntry>& stack);
@@ -51,17 +52,17 @@ struct Restack {
 };
 
 // The one request that fulfils the wish in that stack (bottom to top); an empty vector when the overlay already is
-// where it belongs. Level -1 is directly above the topmost desktop window, or at the bottom. Where windows of other
-// applications stand above the sibling, because the manager does not raise the active window, the overlay goes above
-// the topmost of them. Overlays that want the same place keep the order that they have among themselves.
+// where it belongs. Level -1 is directly above the topmost desktop window, or at the bottom. Where windows that have
+// nothing to do with the sibling stand above it, because the manager does not raise the active window, the overlay goes
+// above the topmost of them. Overlays that want the same place keep the order that they have among themselves.
 std::vector<Restack> restacksFor(const PlacementWish& wish, std::span<const OrderItem> stack);
 
-// The windows of other applications above the wish's sibling on the overlay's display, from bottom to top. None for
-// other wishes than a place below.
+// The windows above the wish's sibling on the overlay's display that have nothing to do with it, from bottom to top.
+// None for other wishes than a place below.
 std::vector<xcb_window_t> strangersAbove(const PlacementWish& wish, std::span<const OrderItem> stack);
 
-// The windows beneath an overlay at its place that it must leave clear: the sibling and the windows of its application
-// above it, where the overlay is not beneath them all, and the docks that a manager keeps beneath the windows.
+// The windows beneath an overlay at its place that it must leave clear: the sibling and its dialogs above it, where the
+// overlay is not beneath them all, and the docks that a manager keeps beneath the windows.
 std::vector<xcb_window_t> leftClear(const PlacementWish& wish, std::span<const OrderItem> stack);
 
 // Does to the model what the request does to the server's stack.

@@ -110,6 +110,7 @@ bool StackModel::setMapped(xcb_window_t id, bool isMapped) {
   if (!entry || entry->isMapped == isMapped) return false;
   entry->isMapped = isMapped;
   if (isMapped) ++entry->contentGeneration;
+  entry->isSearched = false;
   return true;
 }
 

@@ -35,6 +35,7 @@ struct StackEntry {
   // Known only after the server was asked, which is put off until the window is mapped.
   bool hasAttributes = false;
   bool isInputOnly = false;
+  bool isSearched = false;  // for an application's window that no list names
   xcb_visualid_t visual = XCB_NONE;
   bool hasFacts = false;
   ClientFacts facts;

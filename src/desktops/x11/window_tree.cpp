@@ -23,8 +23,9 @@ WindowTree::WindowTree(Connection& connection, ManagerWatch& manager)
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   managerChanges_ = manager_.addChangeHandler([this] {
     frameOfClient_.clear();
+    frameOfUnlisted_.clear();
     watched_.clear();
-    for (auto& entry : model_.entries()) entry.hasFacts = false;
+    for (auto& entry : model_.entries()) entry.hasFacts = entry.isSearched = false;
     areClientsKnown_ = false;
     changed();
   });
@@ -43,16 +44,15 @@ bool WindowTree::forgetReused(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7f) {
     case XCB_CREATE_NOTIFY: window = reinterpret_cast<const xcb_create_notify_event_t&>(event).window; break;
     case XCB_DESTROY_NOTIFY: window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window; break;
-    case XCB_MAP_NOTIFY:
-      if (!manager_.isRunning()) areClientsKnown_ = false;
-      return false;
     case XCB_REPARENT_NOTIFY:
       frameOfClient_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
+      frameOfUnlisted_.erase(reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window);
       areClientsKnown_ = false;
       return true;
     default: return false;
   }
   watched_.erase(window);
+  std::erase_if(frameOfUnlisted_, [&](const auto& known) { return known.first == window || known.second == window; });
   if (frameOfClient_.erase(window) == 0) return false;
   areClientsKnown_ = false;
   return true;
@@ -102,7 +102,9 @@ const std::vector<StackEntry>& WindowTree::entries() {
   if (!isOrderKnown_) readOrder();
   for (auto& entry : model_.entries()) entry.isOwn = own_.contains(entry.id) || own_.contains(entry.client);
   readAttributes();
-  if (!areClientsKnown_) readClients();
+  if (!areClientsKnown_) readClientList();
+  assignClients();
+  searchClients();
   assignClients();
   readFacts();
   return model_.entries();
@@ -156,15 +158,9 @@ void WindowTree::readAttributes() {
   }
 }
 
-void WindowTree::readClients() {
-  areClientsKnown_ = true;
-  if (manager_.isRunning())
-    readClientList();
-  else
-    findClients();
-}
-
 void WindowTree::readClientList() {
+  areClientsKnown_ = true;
+  if (!manager_.isRunning()) return;
   auto clients = propertyValues(connection_, connection_.root(), "_NET_CLIENT_LIST", longestClientList);
   clients.insert(clients.end(), own_.begin(), own_.end());
   std::map<xcb_window_t, xcb_window_t> known;
@@ -179,8 +175,9 @@ void WindowTree::readClientList() {
   resolveFrames(std::move(unknown));
 }
 
-// Without a list: every manager marks the windows that it frames (ICCCM 4.1.3.1). Walks down from all frames at once.
-void WindowTree::findClients() {
+// What no list names: every window of a manager that publishes none, and docks of some that do. Every manager marks the
+// windows that it frames (ICCCM 4.1.3.1). Walks down from all frames at once.
+void WindowTree::searchClients() {
   struct Walk {
     xcb_window_t frame;
     xcb_window_t at;
@@ -188,9 +185,12 @@ void WindowTree::findClients() {
     xcb_query_tree_cookie_t children{};
   };
   std::vector<Walk> walks;
-  frameOfClient_.clear();
-  for (const auto& entry : model_.entries())
-    if (entry.isVisible() && !entry.isOwn) walks.push_back({entry.id, entry.id});
+  for (auto& entry : model_.entries()) {
+    const bool isListed = entry.client || (manager_.isRunning() && !entry.isOverrideRedirect);
+    if (isListed || entry.isSearched || entry.isOwn || !entry.isVisible()) continue;
+    entry.isSearched = true;
+    walks.push_back({entry.id, entry.id});
+  }
   for (int level = 0; level < deepestFrame && !walks.empty(); ++level) {
     for (auto& walk : walks) {
       walk.state = askProperty(connection_, walk.at, "WM_STATE", 1);
@@ -200,7 +200,7 @@ void WindowTree::findClients() {
     for (const auto& walk : walks) {
       const bool isClient = !propertyValues(connection_, walk.state).empty();
       const Reply<xcb_query_tree_reply_t> reply(xcb_query_tree_reply(connection_.get(), walk.children, nullptr));
-      if (isClient) frameOfClient_.emplace(walk.at, walk.frame);
+      if (isClient) frameOfUnlisted_.emplace(walk.at, walk.frame);
       if (isClient || !reply) continue;
       const auto* children = xcb_query_tree_children(reply.get());
       for (int index = 0; index < xcb_query_tree_children_length(reply.get()); ++index)
@@ -236,7 +236,8 @@ void WindowTree::resolveFrames(std::vector<xcb_window_t> clients) {
 
 void WindowTree::assignClients() {
   std::map<xcb_window_t, xcb_window_t> clientOfFrame;
-  for (const auto& [client, frame] : frameOfClient_) clientOfFrame[frame] = client;
+  for (const auto* known : {&frameOfUnlisted_, &frameOfClient_})
+    for (const auto& [client, frame] : *known) clientOfFrame[frame] = client;
   for (auto& entry : model_.entries()) {
     const auto found = clientOfFrame.find(entry.id);
     const xcb_window_t client = found == clientOfFrame.end() ? xcb_window_t{XCB_WINDOW_NONE} : found->second;

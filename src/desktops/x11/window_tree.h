@@ -56,7 +56,7 @@ class WindowTree {
   void readAttributes();
   void readClients();
   void readClientList();
-  void findClients();
+  void searchClients();
   void resolveFrames(std::vector<xcb_window_t> clients);
   void assignClients();
   void readFacts();
@@ -65,7 +65,8 @@ class WindowTree {
   ManagerWatch& manager_;
   ClientFactsReader factsReader_;
   StackModel model_;
-  std::map<xcb_window_t, xcb_window_t> frameOfClient_;
+  std::map<xcb_window_t, xcb_window_t> frameOfClient_;  // as the manager lists them
+  std::map<xcb_window_t, xcb_window_t> frameOfUnlisted_;
   std::set<xcb_window_t> own_;
   std::set<xcb_window_t> watched_;
   std::uint64_t revision_ = 1;

@@ -33,28 +33,29 @@ X11Window::~X11Window() {
   stage_.remove(*this);
 }
 
-void X11Window::ready(Placement& placement) {
-  const bool isOfOtherKind = shown_.isManaged != placement.isManaged();
+void X11Window::ready(PlacementChoice& placement) {
+  const bool isOutdated = shown_.generation != placement.generation();
   // A manager would have to be talked into another size.
   const bool isOfOtherSize = shown_.isManaged && shown_.bounds != bounds();
-  if (shown_.window && (isOfOtherKind || isOfOtherSize)) retire(placement);
+  if (shown_.window && (isOutdated || isOfOtherSize)) retire(placement);
   if (shown_.window) return;
-  create(placement.isManaged());
+  create(placement);
   placement.introduce(wish());
 }
 
-void X11Window::create(bool isManaged) {
+void X11Window::create(const PlacementChoice& placement) {
   auto& connection = services_.connection;
   auto* const server = connection.get();
   const auto visual = services_.render.argbVisual();
   shown_ = {};
-  shown_.isManaged = isManaged;
+  shown_.isManaged = placement.isManaged();
+  shown_.generation = placement.generation();
   shown_.colormap = ColormapHandle(server, connection.newId());
   xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, shown_.colormap.get(), connection.root(), visual);
   shown_.bounds = bounds();
   shown_.window = WindowHandle(server, connection.newId());
   const auto& at = shown_.bounds;
-  const std::array<std::uint32_t, 4> values{XCB_BACK_PIXMAP_NONE, 0, isManaged ? 0u : 1u, shown_.colormap.get()};
+  const std::array<std::uint32_t, 4> values{XCB_BACK_PIXMAP_NONE, 0, shown_.isManaged ? 0u : 1u, shown_.colormap.get()};
   xcb_create_window(
       server, depth, id(), connection.root(), static_cast<std::int16_t>(at.x), static_cast<std::int16_t>(at.y),
       static_cast<std::uint16_t>(at.width), static_cast<std::uint16_t>(at.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,

@@ -7,7 +7,7 @@
 #include "desktops/x11/connection.h"
 #include "desktops/x11/cover_shape.h"
 #include "desktops/x11/overlay_painter.h"
-#include "desktops/x11/placement.h"
+#include "desktops/x11/placement_choice.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/screens.h"
 #include "desktops/x11/window_tree.h"
@@ -41,8 +41,8 @@ class X11Window : public platform::Window {
   xcb_window_t id() const { return shown_.window.get(); }
   PixelRect bounds() const { return services_.screens.toPixels(frame()); }
 
-  // Makes the window in the server where it is missing or of another kind.
-  void ready(Placement& placement);
+  // Makes the window in the server where it is missing or of another generation.
+  void ready(PlacementChoice& placement);
   PlacementWish wish() const;
   // Draws what is to be seen when the windows `below` lie below this one, but for those that it leaves clear; nothing
   // is to be seen of one that waits for its place.
@@ -68,12 +68,13 @@ class X11Window : public platform::Window {
     PixelRect bounds;
     CoverShape shape;
     bool isManaged = false;
+    int generation = 0;
     bool isMapped = false;
     bool isPlaced = false;
     bool isBlurPublished = false;
     std::optional<double> publishedOpacity;
   };
-  void create(bool isManaged);
+  void create(const PlacementChoice& placement);
   void retire(Placement& placement);
   void publishOpacity(double opacity);
   void publishBlur(bool isWanted);

@@ -12,19 +12,20 @@ using platform::Window;
 
 constexpr PixelRect display{0, 0, 100, 100};
 
-// A stack from bottom to top, a letter for each window on that display: d and D desktop, o and p ordinary, s and S
-// ordinary of another application, b a dock, r raised, x passive, 1 and 2 overlays. O is another application's on the
-// next display.
+// A stack from bottom to top, a letter for each window on that display: d and D desktop, o and p ordinary, c a dialog
+// of their application, s and S ordinary of another application, b a dock, r raised, x passive, 1 and 2 overlays. O is
+// another application's on the next display.
 std::vector<OrderItem> stackOf(const std::string& letters) {
   using enum OrderRole;
   const std::map<char, OrderRole> roles{{'d', desktop},  {'D', desktop},  {'o', ordinary}, {'p', ordinary},
-                                        {'s', ordinary}, {'S', ordinary}, {'O', ordinary}, {'b', dock},
-                                        {'r', raised},   {'x', passive},  {'1', overlay},  {'2', overlay}};
+                                        {'s', ordinary}, {'S', ordinary}, {'O', ordinary}, {'c', ordinary},
+                                        {'b', dock},     {'r', raised},   {'x', passive},  {'1', overlay},
+                                        {'2', overlay}};
   std::vector<OrderItem> stack;
   for (const char letter : letters) {
     const bool isStranger = letter == 's' || letter == 'S' || letter == 'O';
     stack.push_back({static_cast<xcb_window_t>(letter), roles.at(letter), isStranger ? 2 : 1,
-                     letter == 'O' ? display.translated(100, 0) : display});
+                     letter == 'O' ? display.translated(100, 0) : display, letter == 'c'});
   }
   return stack;
 }
@@ -82,7 +83,8 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
       {"below a window that is gone: stays", "o1p", below('q'), "o1p"},
       {"below a window that is gone, never placed: in front", "1opr", below('q', false), "op1r"},
       {"a window that the manager did not raise: above the strangers over it", "1osSr", below('o'), "osS1r"},
-      {"above the strangers already", "os1p", below('o'), "os1p"},
+      {"above the strangers already, beneath a dialog", "os1c", below('o'), "os1c"},
+      {"another window of the same application is a stranger", "1opr", below('o'), "op1r"},
       {"a stranger on another display does not count", "1oO", below('o'), "1oO"},
       {"a stranger that has just come is let be, one that stays is not", "1osS", belowDespite('o', 'S'), "os1S"},
       {"below a window already, a dock beneath", "bs1o", below('o'), "bs1o"},
@@ -112,7 +114,7 @@ TEST(ServerOrderTest, TellsWhatAnOverlayMustLeaveClear) {
   };
   for (const auto& [name, letters, wish, expected] :
        {Clear{"beneath the active window: nothing", "s1o", below('o'), ""},
-        Clear{"above strangers: the active window and what its application has above it", "posp1", below('o'), "op"},
+        Clear{"above strangers: the active window and its dialogs", "posc1", below('o'), "oc"},
         Clear{"a dock that lies beneath it", "bs1o", below('o'), "b"},
         Clear{"the desktop's cover: nothing", "bd1o", aboveDesktop(), ""}}) {
     SCOPED_TRACE(name);
