@@ -6,6 +6,8 @@ namespace hushpane::x11 {
 
 namespace {
 constexpr double secondsPerFrame = 1.0 / 60;
+// A compositor may begin to follow a window that it manages only after it was drawn.
+constexpr double secondsToTakeIn = 0.1;
 const std::vector<xcb_window_t> noWindows;
 }  // namespace
 
@@ -44,6 +46,11 @@ void OverlayStage::damaged() {
   });
 }
 
+void OverlayStage::drawAnew() {
+  for (auto* window : windows_) window->invalidate();
+  request();
+}
+
 // What a window shows was meant for a compositor that is gone, or is no longer needed: at once.
 void OverlayStage::compositorChanged() {
   for (auto* window : windows_) window->invalidate();
@@ -72,7 +79,9 @@ void OverlayStage::show() {
                     plan.waiting.contains(window->id()));
   }
   placement_.carryOut(plan);
-  for (auto* window : visible) window->settle();
+  bool isRevealed = false;
+  for (auto* window : visible) isRevealed |= window->settle();
+  if (isRevealed) repaint_ = queue_.after(secondsToTakeIn, [this] { drawAnew(); });
   if (plan.recheck) recheck_ = queue_.after(*plan.recheck, [this] { request(); });
   shownAt_ = queue_.now();
 }

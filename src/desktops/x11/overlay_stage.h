@@ -31,6 +31,7 @@ class OverlayStage : public platform::Windows {
  private:
   bool hasVisible() const;
   void compositorChanged();
+  void drawAnew();
   void show();
   std::vector<StackEntry> windowsBelow(const X11Window& window, const std::vector<xcb_window_t>& order) const;
 
@@ -43,6 +44,7 @@ class OverlayStage : public platform::Windows {
   double shownAt_ = 0;
   platform::WorkItem refresh_;
   platform::WorkItem recheck_;
+  platform::WorkItem repaint_;
   platform::Token turns_;
   platform::Token treeChanges_;
   platform::Token compositorChanges_;

@@ -132,14 +132,16 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
   if (shown_.isMapped && nextShape_->hasHole()) showNext();
 }
 
-void X11Window::settle() {
+bool X11Window::settle() {
   shown_.isPlaced = true;
+  const bool isRevealed = shown_.isManaged && nextShape_ && shown_.shape == CoverShape::nothing();
   if (nextShape_) showNext();
   if (retired_ && shown_.shape != CoverShape::nothing()) {
     services_.tree.removeOwn(retired_->window.get());
     retired_.reset();
   }
   painter_.releaseUncovered();
+  return isRevealed;
 }
 
 // With the background that was made for it.
