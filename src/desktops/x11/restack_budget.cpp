@@ -12,14 +12,17 @@ constexpr double secondsOfQuiet = 1;  // after which a wrong place is a new reas
 constexpr double movesPerSecond = 20;
 constexpr double movesInARow = 6;
 
-std::vector<xcb_window_t> othersOf(std::span<const OrderItem> stack) {
-  std::vector<xcb_window_t> others;
-  for (const auto& item : stack)
-    if (item.role != OrderRole::overlay && item.role != OrderRole::passive) others.push_back(item.id);
-  return others;
-}
-
 }  // namespace
+
+RestackBudget::Surroundings RestackBudget::surroundingsOf(std::span<const OrderItem> stack) {
+  Surroundings surroundings;
+  for (const auto& item : stack) {
+    if (item.role == OrderRole::overlay || item.role == OrderRole::passive) continue;
+    surroundings.others.push_back(item.id);
+    surroundings.moves += item.moves;
+  }
+  return surroundings;
+}
 
 RestackBudget::Verdict RestackBudget::ask(const PlacementWish& wish, std::span<const OrderItem> stack, double now) {
   const auto [found, isFirst] = accounts_.try_emplace(wish.window);
@@ -27,13 +30,17 @@ RestackBudget::Verdict RestackBudget::ask(const PlacementWish& wish, std::span<c
   if (isFirst) account.tokens = movesInARow;
   account.tokens =
       std::min(movesInARow, account.tokens + (now - std::exchange(account.filledAt, now)) * movesPerSecond);
-  auto others = othersOf(stack);
+  auto surroundings = surroundingsOf(stack);
+  const auto overlay = std::ranges::find(stack, wish.window, &OrderItem::id);
+  const auto ownMoves = overlay == stack.end() ? 0 : overlay->moves;
   const bool isQuiet = now - std::exchange(account.askedAt, now) > secondsOfQuiet;
-  if (isFirst || isQuiet || account.wish != wish || account.others != others) {
+  const bool isUntouched = !gap_ && account.left == 0 && account.ownMoves == ownMoves;
+  if (isFirst || isQuiet || isUntouched || account.wish != wish || account.surroundings != surroundings) {
     account.left = movesPerReason;
     account.wish = wish;
-    account.others = std::move(others);
-  } else if (now - account.movedAt < gap_) {
+    account.surroundings = std::move(surroundings);
+    account.ownMoves = ownMoves;
+  } else if (gap_ && now - account.movedAt < *gap_) {
     return Verdict::wait;
   }
   if (account.left == 0) return now - account.movedAt < secondsToWait ? Verdict::wait : Verdict::lost;

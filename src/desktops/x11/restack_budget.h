@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -20,7 +22,9 @@ class RestackBudget {
   };
   static constexpr double secondsToWait = 0.1;
 
-  // `gap` is how long an answer to a request may take, in seconds.
+  // Whoever moves overlays by itself has lost only when somebody was seen to move them back. Whoever asks for it waits
+  // `gap` seconds for the answer, and has lost without one.
+  RestackBudget() = default;
   explicit RestackBudget(double gap) : gap_(gap) {}
 
   // To be asked about an overlay that is out of place. `now` is in monotonic seconds.
@@ -30,9 +34,17 @@ class RestackBudget {
   void forget(xcb_window_t overlay) { accounts_.erase(overlay); }
 
  private:
+  struct Surroundings {
+    std::vector<xcb_window_t> others;  // what can be seen, in order
+    std::uint64_t moves = 0;           // of theirs
+    bool operator==(const Surroundings&) const = default;
+  };
+  static Surroundings surroundingsOf(std::span<const OrderItem> stack);
+
   struct Account {
     PlacementWish wish;
-    std::vector<xcb_window_t> others;  // what could be seen when the overlay was last moved, in order
+    Surroundings surroundings;   // when it was last moved
+    std::uint32_t ownMoves = 0;  // then, by somebody else
     int left = 0;
     double movedAt = 0;
     double askedAt = 0;
@@ -40,7 +52,7 @@ class RestackBudget {
     double filledAt = 0;
   };
 
-  double gap_;
+  std::optional<double> gap_;
   std::map<xcb_window_t, Account> accounts_;
 };
 

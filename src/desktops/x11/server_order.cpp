@@ -90,7 +90,7 @@ std::vector<OrderItem> orderItemsOf(const std::vector<StackEntry>& stack) {
   std::vector<OrderItem> items;
   items.reserve(stack.size());
   for (const auto& entry : stack)
-    items.push_back({entry.id, roleOf(entry), entry.facts.pid.value_or(0), entry.bounds,
+    items.push_back({entry.id, roleOf(entry), entry.facts.pid.value_or(0), entry.bounds, entry.moves,
                      entry.facts.kind == WindowKind::dialog || entry.facts.kind == WindowKind::utility});
   return items;
 }

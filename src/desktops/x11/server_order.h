@@ -26,6 +26,7 @@ struct OrderItem {
   OrderRole role = OrderRole::passive;
   std::int32_t application = 0;  // the process that it belongs to, 0 when nobody knows
   PixelRect bounds;
+  std::uint32_t moves = 0;   // how often somebody else has moved it in the stack
   bool isCompanion = false;  // a dialog or a palette: it belongs to another window of its application
 };
 

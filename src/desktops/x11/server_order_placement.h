@@ -27,7 +27,7 @@ class ServerOrderPlacement : public Placement {
   Connection& connection_;
   platform::MainQueue& queue_;
   WindowTree& tree_;
-  RestackBudget budget_{0};
+  RestackBudget budget_;
   Newcomers newcomers_{Newcomers::Raise::before};
   Outcome outcome_ = Outcome::open;
   platform::Token errors_;

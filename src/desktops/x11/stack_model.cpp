@@ -84,7 +84,7 @@ bool StackModel::configure(const xcb_configure_notify_event_t& event) {
   entry->bounds = bounds;
   entry->border = event.border_width;
   entry->isOverrideRedirect = event.override_redirect != 0;
-  return moveAbove(event.window, event.above_sibling) || isChanged;
+  return followMove(event.window, event.above_sibling) || isChanged;
 }
 
 bool StackModel::reparent(const xcb_reparent_notify_event_t& event) {
@@ -102,7 +102,7 @@ bool StackModel::circulate(const xcb_circulate_notify_event_t& event) {
   if (event.event != root_) return false;
   xcb_window_t sibling = XCB_WINDOW_NONE;
   if (event.place == XCB_PLACE_ON_TOP && !entries_.empty()) sibling = entries_.back().id;
-  return moveAbove(event.window, sibling);
+  return followMove(event.window, sibling);
 }
 
 bool StackModel::setMapped(xcb_window_t id, bool isMapped) {
@@ -118,6 +118,12 @@ bool StackModel::erase(xcb_window_t id) {
   const auto found = locate(id);
   if (found == entries_.end()) return false;
   entries_.erase(found);
+  return true;
+}
+
+bool StackModel::followMove(xcb_window_t id, xcb_window_t sibling) {
+  if (!moveAbove(id, sibling)) return false;
+  ++find(id)->moves;
   return true;
 }
 

@@ -39,6 +39,7 @@ struct StackEntry {
   xcb_visualid_t visual = XCB_NONE;
   bool hasFacts = false;
   ClientFacts facts;
+  std::uint32_t moves = 0;              // how often somebody else has changed its place in the order
   std::uint32_t contentGeneration = 0;  // another value whenever the server gave the window a new pixmap
 
   xcb_window_t clientOrSelf() const { return client ? client : id; }
@@ -68,6 +69,7 @@ class StackModel {
   using Iterator = std::vector<StackEntry>::iterator;
   Iterator locate(xcb_window_t id);
   bool create(const xcb_create_notify_event_t& event);
+  bool followMove(xcb_window_t id, xcb_window_t sibling);
   bool configure(const xcb_configure_notify_event_t& event);
   bool reparent(const xcb_reparent_notify_event_t& event);
   bool circulate(const xcb_circulate_notify_event_t& event);

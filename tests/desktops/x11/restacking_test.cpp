@@ -13,7 +13,8 @@ constexpr xcb_window_t overlay = 1, active = 2, stranger = 3, otherStranger = 4;
 constexpr PixelRect display{0, 0, 100, 100};
 
 OrderItem item(xcb_window_t id) {
-  return {id, id == overlay ? OrderRole::overlay : OrderRole::ordinary, static_cast<std::int32_t>(id), display};
+  return {id,   id == overlay ? OrderRole::overlay : OrderRole::ordinary, static_cast<std::int32_t>(id), display, 0,
+          false};
 }
 
 PlacementWish below(xcb_window_t sibling) {
@@ -42,7 +43,7 @@ class RestackBudgetTest : public testing::Test {
     return number;
   }
 
-  RestackBudget budget{0};
+  RestackBudget budget;
   PlacementWish wish = below(active);
   std::vector<OrderItem> stack{item(stranger), item(otherStranger), item(overlay), item(active)};
   double now = 100;
@@ -50,28 +51,38 @@ class RestackBudgetTest : public testing::Test {
 };
 
 TEST_F(RestackBudgetTest, SomebodyWhoMovesTheOverlayWinsUntilSomethingChanges) {
-  EXPECT_EQ(moves(400, 0.001), 3);
+  const auto takeBack = [this] { ++stack[2].moves; };
+  EXPECT_EQ(moves(400, 0.001, takeBack), 3);
   EXPECT_EQ(last, Verdict::lost);
   wish = below(stranger);
-  EXPECT_EQ(moves(400, 0.001), 3) << "another window is active";
+  EXPECT_EQ(moves(400, 0.001, takeBack), 3) << "another window is active";
   budget.renew();
-  EXPECT_EQ(moves(400, 0.001), 3) << "the same one was activated again";
+  EXPECT_EQ(moves(400, 0.001, takeBack), 3) << "the same one was activated again";
   now += 1.1;
-  EXPECT_EQ(moves(400, 0.001), 3) << "nothing was wrong for a second";
+  EXPECT_EQ(moves(400, 0.001, takeBack), 3) << "nothing was wrong for a second";
 }
 
 TEST_F(RestackBudgetTest, IsNotLostBeforeAnswersHadTheirTime) {
-  EXPECT_EQ(moves(4, 0.001), 3);
+  EXPECT_EQ(moves(4, 0.001, [this] { ++stack[2].moves; }), 3);
   EXPECT_EQ(last, Verdict::wait);
 }
 
 TEST_F(RestackBudgetTest, OtherWindowsThatMoveAreFollowedButNotForEver) {
-  const auto swap = [this] { std::swap(stack[0], stack[1]); };
-  EXPECT_EQ(moves(10, 0.1, swap), 10) << "ten times a second";
-  const int count = moves(1000, 0.001, swap);
+  const auto raise = [this] { ++stack[0].moves; };
+  EXPECT_EQ(moves(10, 0.1, raise), 10) << "ten times a second";
+  const int count = moves(1000, 0.001, raise);
   EXPECT_GE(count, 15);
   EXPECT_LE(count, 30) << "in a second";
   EXPECT_NE(last, Verdict::lost);
+}
+
+TEST_F(RestackBudgetTest, IsNotLostWhereNobodyWasSeenToMoveTheOverlay) {
+  EXPECT_GE(moves(20, 0.1), 10);
+  EXPECT_NE(last, Verdict::lost);
+  RestackBudget asking(0.05);
+  for (int turn = 0; turn < 4; ++turn) last = asking.ask(wish, stack, now += 0.1);
+  EXPECT_EQ(last, Verdict::wait);
+  EXPECT_EQ(asking.ask(wish, stack, now += 0.1), Verdict::lost) << "nobody answers";
 }
 
 TEST_F(RestackBudgetTest, LeavesAManagerTheTimeToAnswer) {

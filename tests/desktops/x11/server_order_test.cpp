@@ -25,7 +25,7 @@ std::vector<OrderItem> stackOf(const std::string& letters) {
   for (const char letter : letters) {
     const bool isStranger = letter == 's' || letter == 'S' || letter == 'O';
     stack.push_back({static_cast<xcb_window_t>(letter), roles.at(letter), isStranger ? 2 : 1,
-                     letter == 'O' ? display.translated(100, 0) : display, letter == 'c'});
+                     letter == 'O' ? display.translated(100, 0) : display, 0, letter == 'c'});
   }
   return stack;
 }
