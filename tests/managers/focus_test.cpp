@@ -157,19 +157,19 @@ TEST_P(FocusUnder, EveryWindowManager) {
     EXPECT_EQ(redrawsPerSecond(), 0);
   });
   runCase("focus, minimised windows", [this] { minimised(); });
-  runCase("focus, show desktop", [this] {
-    showDesktop(true);
-    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_)}));
-    picture();
-    showDesktop(false);
-    activate(red_->window());
-    EXPECT_TRUE(seesFront(*red_));
-  });
   runCase("focus, second workspace", [this] {
     toWorkspace(1);
     EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_)}));
     picture();
     toWorkspace(0);
+    activate(red_->window());
+    EXPECT_TRUE(seesFront(*red_));
+  });
+  runCase("focus, show desktop", [this] {
+    showDesktop(true);
+    EXPECT_TRUE(sees({}, {left(), bareBeneath(*red_)}));
+    picture();
+    showDesktop(false);
     activate(red_->window());
     EXPECT_TRUE(seesFront(*red_));
   });

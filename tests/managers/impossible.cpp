@@ -31,7 +31,11 @@ constexpr Impossible list[]{
     {"mutter", "*show desktop", hidesOrdinary},
     {"muffin", "*show desktop", hidesOrdinary},
     {"metacity*", "*show desktop", hidesOrdinary},
-    {"kwin*", "*show desktop", hidesOrdinary},
+    {"kwin-composited", "*show desktop", hidesOrdinary},
+    {"kwin", "focus, show desktop",
+     "kwin brings the window of the desktop to the front, and so makes it what is worked in."},
+    {"kwin", "200 switches",
+     "kwin puts the window of the desktop above the cover at each activation; it is back within a few milliseconds."},
     {"kwin-composited", "compositor comes and goes",
      "While it is suspended by hand, kwin goes on to say that it composites, so nobody blends the cover, which is "
      "black."},
