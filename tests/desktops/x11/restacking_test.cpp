@@ -54,6 +54,8 @@ TEST_F(RestackBudgetTest, SomebodyWhoMovesTheOverlayWinsUntilSomethingChanges) {
   const auto takeBack = [this] { ++stack[2].moves; };
   EXPECT_EQ(moves(400, 0.001, takeBack), 3);
   EXPECT_EQ(last, Verdict::lost);
+  ++stack[0].moves;
+  EXPECT_EQ(moves(400, 0.001, takeBack), 3) << "another window was moved, too";
   wish = below(stranger);
   EXPECT_EQ(moves(400, 0.001, takeBack), 3) << "another window is active";
   budget.renew();

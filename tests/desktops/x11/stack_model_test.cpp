@@ -76,6 +76,11 @@ TEST_F(StackModelTest, FollowsTheOrderThatEventsTell) {
   EXPECT_EQ(order(), (Order{10, 11, 12}));
   EXPECT_TRUE(configure(10, 12));
   EXPECT_EQ(order(), (Order{11, 12, 10}));
+  EXPECT_EQ(model.find(10)->moves, 1u);
+  model.moveAbove(11, 12);
+  EXPECT_FALSE(configure(11, 12)) << "confirms what was expected";
+  EXPECT_EQ(model.find(11)->moves, 0u);
+  model.moveAbove(11, XCB_WINDOW_NONE);
   EXPECT_TRUE(configure(12, XCB_WINDOW_NONE));
   EXPECT_EQ(order(), (Order{12, 11, 10}));
   EXPECT_FALSE(configure(11, 12)) << "it is there";
