@@ -31,7 +31,7 @@ void BadWeatherUnder::raisesItself() {
     changes += !isNear(std::exchange(last, look.pixels[0]), look.pixels[0], 3);
     bright += !isNear(look.pixels[1], dimmed(left().color, balanced), 3);
   }
-  EXPECT_LE(changes, 1) << "changes of the window in front";
+  EXPECT_LE(changes, 3) << "changes of the window in front; thirty would be a flicker at each time";
   EXPECT_EQ(bright, 0) << "looks with the background wrong";
 }
 
