@@ -6,6 +6,7 @@
 
 #include "desktops/sim/play_scenario.h"
 #include "desktops/sim/shown_texts.h"
+#include "localization/supported_language.h"
 #include "tests/support/simulated_program.h"
 
 namespace hushpane {
@@ -15,10 +16,10 @@ class ContactSheets : public tests::SimulatedProgram {};
 
 TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
   launch();
-  for (const char* language : {"en", "de", "fr", "ja", "ar", "he"})
+  for (const auto& language : supportedLanguages)
     for (const char* name : {"controls", "pods", "card", "menu", "preferences", "welcome", "hint"}) {
-      SCOPED_TRACE(std::string(name) + " in " + language);
-      const auto sheet = openContactSheet(*desktop, {name, language, false});
+      SCOPED_TRACE(std::string(name) + " in " + std::string(language.code));
+      const auto sheet = openContactSheet(*desktop, {name, std::string(language.code), false});
       ASSERT_TRUE(sheet);
       while (const auto seconds = sheet->next()) desktop->advance(*seconds);
       const auto texts = sim::textsOf([&](platform::Canvas& canvas) { sheet->paint(canvas); });

@@ -21,6 +21,7 @@ TEST_F(Harness, WatchSeesWhatHappensMillisecondByMillisecond) {
   ScreenWatch watch(display(), {center(overlap)});
   activate(green_->window());
   EXPECT_TRUE(shows(center(overlap), green_->color()));
+  EXPECT_TRUE(waitUntil([&] { return x().activeWindow() == green_->window(); }));
   const auto looks = watch.stop();
   EXPECT_EQ(looks.front().activeWindow, red_->window());
   EXPECT_EQ(looks.front().pixels[0], red_->color());

@@ -26,6 +26,7 @@ void ScreenWatch::watch(const std::string& display) {
     isWatching_ = true;
     std::this_thread::sleep_until(next);
   }
+  looks_.push_back(look(x, activeWindow));
 }
 
 // All requests go out in one batch, so the server answers them together.

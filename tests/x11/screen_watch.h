@@ -25,7 +25,7 @@ class ScreenWatch {
   ScreenWatch(const ScreenWatch&) = delete;
   ScreenWatch& operator=(const ScreenWatch&) = delete;
 
-  // Ends the watch and gives all looks in order.
+  // Ends the watch and gives all looks in order; the last is taken after this call.
   std::vector<Look> stop();
 
  private:

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <string_view>
 
+#include "desktops/x11/property.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -18,17 +18,6 @@ constexpr std::array edges{Strut::Edge::left, Strut::Edge::right, Strut::Edge::t
 // _NET_WM_STRUT_PARTIAL: the four widths, then where each begins and ends. _NET_WM_STRUT: the widths alone.
 constexpr std::uint32_t partialLength = 12;
 
-xcb_get_property_cookie_t ask(Connection& connection, xcb_window_t window, std::string_view name) {
-  return xcb_get_property(connection.get(), 0, window, connection.atom(name), XCB_ATOM_CARDINAL, 0, partialLength);
-}
-
-std::vector<std::uint32_t> answer(Connection& connection, xcb_get_property_cookie_t cookie) {
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.get(), cookie, nullptr));
-  if (!reply || reply->format != 32) return {};
-  const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-  return {first, first + reply->value_len};
-}
-
 struct Root {
   PixelRect bounds;
   std::vector<xcb_window_t> windows;  // its children, and the applications' windows inside them
@@ -38,12 +27,11 @@ Root readRoot(Connection& connection) {
   auto* const server = connection.get();
   const auto geometryCookie = xcb_get_geometry(server, connection.root());
   const auto treeCookie = xcb_query_tree(server, connection.root());
-  const auto clientsCookie = xcb_get_property(server, 0, connection.root(), connection.atom("_NET_CLIENT_LIST"),
-                                              XCB_ATOM_WINDOW, 0, longestClientList);
+  const auto clientsCookie = askProperty(connection, connection.root(), "_NET_CLIENT_LIST", longestClientList);
   const Reply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(server, geometryCookie, nullptr));
   const Reply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(server, treeCookie, nullptr));
   Root root;
-  root.windows = answer(connection, clientsCookie);
+  root.windows = propertyValues(connection, clientsCookie);
   if (geometry) root.bounds = {0, 0, geometry->width, geometry->height};
   if (tree) {
     const auto* first = xcb_query_tree_children(tree.get());
@@ -85,13 +73,14 @@ std::vector<Strut> readStruts(Connection& connection) {
   std::vector<Question> questions;
   for (const auto window : root.windows)
     questions.push_back({xcb_get_window_attributes(connection.get(), window),
-                         ask(connection, window, "_NET_WM_STRUT_PARTIAL"), ask(connection, window, "_NET_WM_STRUT")});
+                         askProperty(connection, window, "_NET_WM_STRUT_PARTIAL", partialLength),
+                         askProperty(connection, window, "_NET_WM_STRUT", partialLength)});
   std::vector<Strut> struts;
   for (const auto& question : questions) {
     const Reply<xcb_get_window_attributes_reply_t> attributes(
         xcb_get_window_attributes_reply(connection.get(), question.attributes, nullptr));
-    const auto partial = answer(connection, question.partial);
-    const auto whole = answer(connection, question.whole);
+    const auto partial = propertyValues(connection, question.partial);
+    const auto whole = propertyValues(connection, question.whole);
     if (!attributes || attributes->map_state != XCB_MAP_STATE_VIEWABLE) continue;
     if (partial.size() >= partialLength)
       addStruts(struts, partial, root.bounds);

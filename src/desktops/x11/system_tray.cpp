@@ -3,8 +3,8 @@
 #include <xcb/xfixes.h>
 
 #include <string>
-#include <vector>
 
+#include "desktops/x11/property.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -13,15 +13,6 @@ namespace {
 
 constexpr std::uint32_t requestDock = 0;  // SYSTEM_TRAY_REQUEST_DOCK
 constexpr std::uint32_t colorsLength = 12;
-
-std::vector<std::uint32_t> numbers(const Connection& connection, xcb_window_t window, xcb_atom_t property,
-                                   std::uint32_t length) {
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-      connection.get(), xcb_get_property(connection.get(), 0, window, property, XCB_ATOM_ANY, 0, length), nullptr));
-  if (!reply || reply->format != 32) return {};
-  const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
-  return {first, first + reply->value_len};
-}
 
 }  // namespace
 
@@ -38,13 +29,13 @@ SystemTray::SystemTray(Connection& connection)
 }
 
 xcb_visualid_t SystemTray::iconVisual() const {
-  const auto visual = numbers(connection_, manager_, connection_.atom("_NET_SYSTEM_TRAY_VISUAL"), 1);
-  return visual.empty() || visual[0] == XCB_NONE ? connection_.screen().root_visual : visual[0];
+  const auto visual = propertyValue(connection_, manager_, "_NET_SYSTEM_TRAY_VISUAL").value_or(XCB_NONE);
+  return visual == XCB_NONE ? connection_.screen().root_visual : visual;
 }
 
 // The foreground comes first, in 16 bits a channel.
 std::optional<platform::Color> SystemTray::foreground() const {
-  const auto colors = numbers(connection_, manager_, connection_.atom("_NET_SYSTEM_TRAY_COLORS"), colorsLength);
+  const auto colors = propertyValues(connection_, manager_, "_NET_SYSTEM_TRAY_COLORS", colorsLength);
   if (colors.size() < 3) return std::nullopt;
   const auto channel = [](std::uint32_t value) { return (value & 0xffff) / 65535.0; };
   return platform::Color{channel(colors[0]), channel(colors[1]), channel(colors[2])};
