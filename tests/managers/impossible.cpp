@@ -21,6 +21,8 @@ constexpr Impossible list[]{
     {"i3-*", "desktop window", "i3 takes the window of the desktop for an ordinary one."},
     {"awesome*", "*show desktop", "awesome has no \"show desktop\"."},
     {"fluxbox*", "*show desktop", "fluxbox has no \"show desktop\"."},
+    {"fluxbox*", "300 windows",
+     "fluxbox is busy for half a minute with 300 new windows, without a cover too, and answers nobody meanwhile."},
     {"muffin", "*second workspace", "muffin without its shell draws the windows of the workspace that was left."},
     {"twm", "*show desktop", "twm has no \"show desktop\"."},
     {"twm", "*second workspace", "twm has no workspaces."},

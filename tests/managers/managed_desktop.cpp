@@ -73,6 +73,8 @@ void ManagedDesktop::runCase(const std::string& name, const std::function<void()
 void ManagedDesktop::restore() {
   try {
     keyboard("keyup", "alt");
+    // It may have to see many windows out first.
+    waitUntil([&] { return x().numbers(x().root(), "_NET_CLIENT_LIST").size() < 100; }, 60s);
     toWorkspace(0);
     if (x().numbers(x().root(), "_NET_SHOWING_DESKTOP") == std::vector<std::uint32_t>{1}) showDesktop(false);
     activate(red_->window());
