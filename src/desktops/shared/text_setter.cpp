@@ -55,6 +55,14 @@ Description descriptionOf(const platform::Font& font, double fontScale) {
   return description;
 }
 
+// Fontconfig knows the kinds of Chinese by territory; for one named by its script any font with its letters would do.
+PangoLanguage* languageOf(const std::string& tag) {
+  if (tag.empty()) return pango_language_get_default();
+  if (tag.starts_with("zh-Hans")) return pango_language_from_string("zh-cn");
+  if (tag.starts_with("zh-Hant")) return pango_language_from_string("zh-tw");
+  return pango_language_from_string(tag.c_str());
+}
+
 std::size_t lettersNeeded(const platform::TextStyle& style, double width) {
   if (style.lineLimit <= 0 || !std::isfinite(width)) return mostLetters;
   const double smallest = sizeOf(style.font, std::min(style.minimumScale, 1.0)) * narrowestLetter;
@@ -122,9 +130,7 @@ TextSetter::TextSetter()
 PangoLayoutPtr TextSetter::lay(const std::string& text, const platform::TextStyle& style, double fontScale) {
   const bool isRightToLeft = style.direction == platform::LayoutDirection::rightToLeft;
   pango_context_set_base_dir(context_.get(), isRightToLeft ? PANGO_DIRECTION_RTL : PANGO_DIRECTION_LTR);
-  pango_context_set_language(context_.get(), style.language.empty()
-                                                 ? pango_language_get_default()
-                                                 : pango_language_from_string(style.language.c_str()));
+  pango_context_set_language(context_.get(), languageOf(style.language));
   PangoLayoutPtr layout(pango_layout_new(context_.get()), &g_object_unref);
   pango_layout_set_auto_dir(layout.get(), FALSE);
   pango_layout_set_font_description(layout.get(), descriptionOf(style.font, fontScale).get());
@@ -171,7 +177,9 @@ PangoLayoutPtr TextSetter::truncatedTail(const PangoLayoutPtr& layout, int line,
 
 TextSetter::LineMetrics TextSetter::metricsOf(const platform::Font& font, double fontScale) {
   using Metrics = std::unique_ptr<PangoFontMetrics, decltype(&pango_font_metrics_unref)>;
-  const Metrics metrics(pango_context_get_metrics(context_.get(), descriptionOf(font, fontScale).get(), nullptr),
+  // For another language Pango adds what the fonts of its script announce.
+  auto* const latin = pango_language_from_string("en");
+  const Metrics metrics(pango_context_get_metrics(context_.get(), descriptionOf(font, fontScale).get(), latin),
                         &pango_font_metrics_unref);
   const LineMetrics found{pango_units_to_double(pango_font_metrics_get_ascent(metrics.get())),
                           pango_units_to_double(pango_font_metrics_get_descent(metrics.get()))};

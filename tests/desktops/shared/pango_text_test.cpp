@@ -9,6 +9,8 @@
 #include <string>
 
 #include "desktops/shared/painted.h"
+#include "desktops/shared/pango_glyphs.h"
+#include "desktops/shared/text_setter.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::desktops {
@@ -45,14 +47,23 @@ class PangoTextTest : public ::testing::Test {
   PangoTextEngine engine_;
 };
 
-TEST_F(PangoTextTest, SharedLettersAreDrawnAsTheLanguageDrawsThem) {
-  const auto drawn = [&](const char* language) {
-    auto style = styleOf(40);
+// Fonts that hold every kind of Chinese draw each as they should once they are told, others only their own.
+TEST_F(PangoTextTest, ChineseIsSetInTheFontOfItsScript) {
+  const auto familyFor = [](const char* language) {
+    auto style = styleOf(20);
     style.language = language;
-    return painted(*lay("直骨", style)).image.pixels;
+    const auto setting = TextSetter().set("直骨", style, unlimited);
+    std::string family;
+    forEachRun(setting.lines.front().line, [&](const PangoGlyphItem& run, double) {
+      PangoFontDescription* font = pango_font_describe(run.item->analysis.font);
+      family = pango_font_description_get_family(font);
+      pango_font_description_free(font);
+    });
+    return family;
   };
-  EXPECT_NE(drawn("ja"), drawn("zh-Hans"));
-  EXPECT_EQ(drawn("ja"), drawn("ja"));
+  EXPECT_EQ(familyFor("zh-Hans"), "Noto Sans CJK SC");
+  EXPECT_EQ(familyFor("zh-Hant"), "Noto Sans CJK TC");
+  EXPECT_EQ(familyFor("ja"), "Noto Sans CJK JP");
 }
 
 TEST_F(PangoTextTest, WidthsGrowWithSizeWeightTrackingAndText) {
@@ -168,10 +179,20 @@ TEST_F(PangoTextTest, ParagraphsReadInTheirDirection) {
 
 TEST_F(PangoTextTest, RowsKeepTheirHeightAndBaselineInEveryLanguage) {
   const auto base = lay("Hushpane");
-  for (const std::string& text : {std::string("デスクトップ"), arabic, std::string("שולחן"), std::string("🇩🇪 Deutsch"),
-                                  std::string(), std::string("ÅÄÖ gjpq"), std::string("日本語 العربية")}) {
-    EXPECT_EQ(lay(text)->size().height, base->size().height) << text;
-    EXPECT_EQ(lay(text)->firstBaseline(), base->firstBaseline()) << text;
+  const std::pair<const char*, std::string> texts[]{{"ja", "デスクトップ"},
+                                                    {"ar", arabic},
+                                                    {"he", "שולחן"},
+                                                    {"th", "เดสก์ท็อป"},
+                                                    {"ko", "바탕 화면"},
+                                                    {"de", "🇩🇪 Deutsch"},
+                                                    {"sv", "ÅÄÖ gjpq"},
+                                                    {"zh-Hant", "日本語 العربية"},
+                                                    {"", ""}};
+  for (const auto& [language, text] : texts) {
+    auto style = styleOf(13);
+    style.language = language;
+    EXPECT_EQ(lay(text, style)->size().height, base->size().height) << text;
+    EXPECT_EQ(lay(text, style)->firstBaseline(), base->firstBaseline()) << text;
   }
   EXPECT_GT(lay("م\u0650\u0650\u0650\u0650")->size().height, base->size().height) << "stacked marks have room";
   EXPECT_EQ(lay("")->size().width, 0);
