@@ -1,6 +1,8 @@
 #include "app/contact_sheet_views.h"
 
+#include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <memory>
 #include <utility>
 
@@ -282,18 +284,33 @@ Views hint(platform::Platform&) {
           {.caption = "hint, risen", .make = hint, .seconds = 3}};
 }
 
+// Every page of the panel in the states that show its texts.
+Views pages(platform::Platform& platform) {
+  Views views;
+  const auto add = [&](Views all, std::initializer_list<std::string_view> captions) {
+    for (const auto caption : captions) views.push_back(*std::ranges::find(all, caption, &SheetView::caption));
+  };
+  add(menu(platform), {"standard", "clean desktop", "focus, with a picture", "focus, reveal key held"});
+  add(preferences(platform), {"displays one by one"});
+  add(welcome(platform), {"out of breath"});
+  add(card(platform), {"focus, strong dim", "clean desktop, subtle dim"});
+  add(hint(platform), {"hint, breathed in"});
+  return views;
+}
+
 }  // namespace
 
 std::optional<Views> sheetViews(platform::Platform& platform, std::string_view sheet) {
   using MakeViews = Views (*)(platform::Platform&);
-  constexpr std::array<std::pair<std::string_view, MakeViews>, 8> sheets{{{"symbols", symbols},
+  constexpr std::array<std::pair<std::string_view, MakeViews>, 9> sheets{{{"symbols", symbols},
                                                                           {"controls", controls},
                                                                           {"pods", pods},
                                                                           {"card", card},
                                                                           {"menu", menu},
                                                                           {"preferences", preferences},
                                                                           {"welcome", welcome},
-                                                                          {"hint", hint}}};
+                                                                          {"hint", hint},
+                                                                          {"pages", pages}}};
   for (const auto& [name, views] : sheets)
     if (name == sheet) return views(platform);
   return std::nullopt;

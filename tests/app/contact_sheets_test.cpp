@@ -16,17 +16,16 @@ class ContactSheets : public tests::SimulatedProgram {};
 
 TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
   launch();
-  for (const auto& language : supportedLanguages)
-    for (const char* name : {"controls", "pods", "card", "menu", "preferences", "welcome", "hint"}) {
-      SCOPED_TRACE(std::string(name) + " in " + std::string(language.code));
-      const auto sheet = openContactSheet(*desktop, {name, std::string(language.code), false});
-      ASSERT_TRUE(sheet);
-      while (const auto seconds = sheet->next()) desktop->advance(*seconds);
-      const auto texts = sim::textsOf([&](platform::Canvas& canvas) { sheet->paint(canvas); });
-      EXPECT_GT(texts.size(), 5u);
-      for (const auto& shown : texts) EXPECT_FALSE(shown.isShortened) << shown.text;
-      EXPECT_LT(sheet->size().width, 1200);
-    }
+  for (const auto& language : supportedLanguages) {
+    SCOPED_TRACE(language.code);
+    const auto sheet = openContactSheet(*desktop, {"pages", std::string(language.code), false});
+    ASSERT_TRUE(sheet);
+    while (const auto seconds = sheet->next()) desktop->advance(*seconds);
+    const auto texts = sim::textsOf([&](platform::Canvas& canvas) { sheet->paint(canvas); });
+    EXPECT_GT(texts.size(), 50u);
+    for (const auto& shown : texts) EXPECT_FALSE(shown.isShortened) << shown.text;
+    EXPECT_LT(sheet->size().width, 1200);
+  }
 }
 
 TEST_F(ContactSheets, ScenariosDrawThem) {

@@ -7,6 +7,7 @@
 
 #include "desktops/shared/strings_table.h"
 #include "house/key_literals.h"
+#include "house/same_as_english.h"
 #include "localization/supported_language.h"
 #include "support/temporary_folder.h"
 
@@ -94,6 +95,8 @@ std::string faultOf(const std::string& text) {
   const std::unique_ptr<char, decltype(&g_free)> composed(
       g_utf8_normalize(text.data(), static_cast<gssize>(text.size()), G_NORMALIZE_NFC), g_free);
   if (text != composed.get()) return "not composed (NFC)";
+  if (text.find_first_of("\"'") != text.npos || text.find("...") != text.npos)
+    return "quotation marks or dots of a typewriter";
   int open = 0;
   for (const char* at = text.c_str(); *at; at = g_utf8_next_char(at)) {
     const auto character = g_utf8_get_char(at);
@@ -130,7 +133,9 @@ TEST(LocalizationKeysTest, EveryFolderHoldsTheKeysThatPagesUseAndNoOthers) {
   used.erase("");  // the operator itself
   EXPECT_GT(used.size(), 10u);
   const auto found = folders();
-  EXPECT_TRUE(std::ranges::count(found, "en", &Folder::code));
+  EXPECT_EQ(found.size(), supportedLanguages.size());
+  for (const auto& language : supportedLanguages)
+    EXPECT_TRUE(std::ranges::count(found, language.code, &Folder::code)) << language.code << " has no folder";
   for (const auto& [code, file, texts] : found) {
     EXPECT_TRUE(supportedLanguage(code)) << code;
     ASSERT_FALSE(texts.empty()) << file << " cannot be read";
@@ -144,6 +149,23 @@ TEST(LocalizationKeysTest, EveryKeyIsTranslatedOnce) {
     const auto literals = LiteralScanner(contentsOf(file)).literals();
     EXPECT_EQ(literals.size(), 2 * texts.size()) << "a key occurs twice, or alone, in " << file;
   }
+}
+
+TEST(LocalizationKeysTest, OnlyListedTextsAreAsInEnglish) {
+  std::set<std::pair<std::string, std::string>> same, listed;
+  for (const auto& [code, file, texts] : folders())
+    for (const auto& [key, text] : texts)
+      if (code != "en" && text == key && !sameEverywhere.contains(key)) same.emplace(code, text);
+  for (const auto& [text, codes, reason] : sameAsEnglish)
+    for (const auto code : codes) listed.emplace(code, text);
+  const auto lacking = [](const auto& all, const auto& others) {
+    std::string names;
+    for (const auto& [code, text] : all)
+      if (!others.contains({code, text})) names += code + ": " + text + "\n";
+    return names;
+  };
+  EXPECT_EQ(lacking(same, listed), "") << "not translated";
+  EXPECT_EQ(lacking(listed, same), "") << "listed, but translated";
 }
 
 TEST(LocalizationKeysTest, EveryTextIsSound) {

@@ -213,7 +213,7 @@ TEST_F(MenuRootViewTest, FromRightToLeftThePageIsMirroredButNotItsKeys) {
   page.advance(settled);
   EXPECT_NEAR(page.text("Hushpane").frame.right(), 360 - 12, 0.51);
   EXPECT_NEAR(page.text(quitKeys).frame.x, 24, 0.51);
-  EXPECT_TRUE(page.shows("اضغط مطولًا على \u2068⌥ Option\u2069 للكشف"));
+  EXPECT_TRUE(page.shows("اضغط مطولًا على \u2068⌥ Option\u2069 للإظهار"));
 }
 
 }  // namespace
