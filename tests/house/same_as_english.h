@@ -18,9 +18,8 @@ struct SameText {
   const char* reason;
 };
 inline const std::array sameAsEnglish{
-    SameText{"Focus", {"ca", "fr", "it", "nl", "ro"}, "in their dictionaries, and what people there call such modes"},
+    SameText{"Focus", {"ca", "fr", "it", "nl"}, "in their dictionaries, and what people there call such modes"},
     SameText{"Standard", {"da", "de", "fr", "it", "ms", "nb", "ro", "sv"}, "the word in these languages"},
-    SameText{"Surface", {"fr"}, "the word in French"},
     SameText{"System", {"da", "de", "nb", "sv"}, "the word in these languages"},
     SameText{"Version %@", {"da", "de", "fr", "sv"}, "the word in these languages"},
 };
