@@ -90,50 +90,5 @@ TEST_P(CleanDesktop, FollowsTheDesktopPicture) {
   EXPECT_TRUE(shows(rightSpot, dimmed({0x405060}, balanced)));
 }
 
-TEST_P(CleanDesktop, CoversTheWindowOfTheDesktopAndItsIcons) {
-  const auto icons = openWindow({{0, 0, 1920, 1080}, {0x808040}, "_NET_WM_WINDOW_TYPE_DESKTOP"});
-  activate(red_->window());
-  chooseMode("cleanDesktop");
-  startHushpane();
-  EXPECT_TRUE(showsDimExcept(allFrames()));
-  activate(green_->window());
-  EXPECT_TRUE(keeps(leftSpot, dimmed(icons->color(), balanced), 300ms));
-}
-
-TEST_P(CleanDesktop, LetsClicksAndTypingThrough) {
-  const auto icons = openWindow({{0, 0, 1920, 1080}, {0x808040}, "_NET_WM_WINDOW_TYPE_DESKTOP"});
-  activate(red_->window());
-  chooseMode("cleanDesktop");
-  startHushpane();
-  ASSERT_TRUE(shows(leftSpot, dimmed(icons->color(), balanced)));
-  click(leftSpot);
-  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 1; }));
-  keyboard("keydown", "alt");
-  EXPECT_TRUE(shows(leftSpot, icons->color()));
-  keyboard("keyup", "alt");
-  EXPECT_TRUE(shows(leftSpot, dimmed(icons->color(), balanced)));
-  click(leftSpot);
-  EXPECT_TRUE(waitUntil([&] { return icons->clicks() == 2; })) << "after the cover was lifted";
-  click(green_->spot());
-  EXPECT_TRUE(waitUntil([&] { return x().activeWindow() == green_->window(); }));
-  keyboard("type", "here\n");
-  EXPECT_TRUE(waitUntil([&] { return green_->typed() == "here\n"; }));
-}
-
-TEST_P(CleanDesktop, StaysOnEveryWorkspaceAndWhenTheWindowManagerRestarts) {
-  chooseMode("cleanDesktop");
-  startHushpane();
-  ASSERT_TRUE(showsDimExcept(allFrames()));
-  runTool({"xdotool", "set_desktop", "1"});
-  EXPECT_TRUE(shows(red_->spot(), dimmed(background, balanced)));
-  runTool({"xdotool", "set_desktop", "0"});
-  EXPECT_TRUE(shows(red_->spot(), red_->color()));
-  restartWindowManager();  // which frames the windows anew, a little elsewhere
-  activate(red_->window());
-  EXPECT_TRUE(shows(leftSpot, dimmed(background, balanced)));
-  EXPECT_TRUE(shows(red_->spot(), red_->color()));
-  EXPECT_TRUE(shows(green_->spot(), green_->color()));
-}
-
 }  // namespace
 }  // namespace hushpane::x11_tests
