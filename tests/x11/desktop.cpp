@@ -54,7 +54,9 @@ void Desktop::startHushpane(const std::vector<std::string>& arguments, const std
   hushpane_ = spawnHushpane(arguments, launcher);
   waitUntil([&] { return lastPublished() != before || !hushpane_->isRunning(); });
   if (lastPublished() == before) {
-    throw std::runtime_error("hushpane did not start: " + hushpane_->errors());
+    const auto status = hushpane_->wait(0ms);
+    throw std::runtime_error("hushpane " + (status ? "ended with " + std::to_string(*status) : "hangs") +
+                             " before it published its mode: " + hushpane_->errors());
   }
 }
 
