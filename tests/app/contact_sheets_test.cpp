@@ -1,13 +1,12 @@
 #include "app/contact_sheets.h"
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include "desktops/sim/play_scenario.h"
 #include "desktops/sim/shown_texts.h"
 #include "localization/supported_language.h"
 #include "tests/support/simulated_program.h"
+#include "tests/support/temporary_folder.h"
 
 namespace hushpane {
 namespace {
@@ -31,7 +30,7 @@ TEST_F(ContactSheets, NoTextIsCutInAnyLanguage) {
 TEST_F(ContactSheets, ScenariosDrawThem) {
   const auto play = [&](const std::string& text) {
     const auto file = storage.folder() / "sheets.scenario";
-    std::ofstream(file) << text;
+    writeFile(file, text);
     std::ostringstream out, err;
     sim::playScenario(file, storage.folder(), {HushpaneApp::launch, openContactSheet}, out, err);
     return out.str() + err.str();
@@ -40,8 +39,7 @@ TEST_F(ContactSheets, ScenariosDrawThem) {
   EXPECT_GT(std::filesystem::file_size(storage.folder() / "drawn.png"), 1000u);
   EXPECT_TRUE(play("launch\nsheet curtains drawn\n").ends_with(":2: there is no sheet 'curtains'\n"));
 
-  std::ifstream gallery(HUSHPANE_SOURCE_DIR "/resources/gallery.scenario");
-  const std::string text((std::istreambuf_iterator<char>(gallery)), {});
+  const auto text = contentsOf(HUSHPANE_SOURCE_DIR "/resources/gallery.scenario");
   EXPECT_TRUE(std::holds_alternative<sim::Scenario>(sim::parseScenario(text)));
 }
 

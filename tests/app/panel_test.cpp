@@ -104,7 +104,6 @@ TEST_F(PanelTest, OpensBesideTheIconInsideTheDisplay) {
   launch();
   open();
   ASSERT_EQ(panelCount(), 1u);
-  EXPECT_EQ(outline().width, 360);
   EXPECT_GE(outline().y, barHeight) << "beneath the bar";
   EXPECT_LE(outline().y, barHeight + 12);
   EXPECT_LE(outline().right(), leftScreen.frame.right());
@@ -112,7 +111,6 @@ TEST_F(PanelTest, OpensBesideTheIconInsideTheDisplay) {
   click("Focus");
   EXPECT_EQ(outline().y, top) << "the card makes it grow downwards";
   EXPECT_TRUE(shows("Surface"));
-  EXPECT_EQ(state().userMode(), VeilMode::focus);
   click(icon());
   EXPECT_EQ(panelCount(), 0u) << "the second click closes";
   desktop->setStatusBar(Bar::bottom);
@@ -128,11 +126,17 @@ TEST_F(PanelTest, ClosesByEscapeByAClickElsewhereAndWhenAnotherProgramComesToThe
   const auto closesBy = [&](const char* what, const std::function<void()>& action) {
     open();
     EXPECT_EQ(panelCount(), 1u) << what;
+    EXPECT_TRUE(shows("Quit")) << "every opening begins with the menu page";
     action();
     desktop->drain();
     EXPECT_EQ(panelCount(), 0u) << what;
   };
-  closesBy("Escape", [&] { type(escapeKey); });
+  closesBy("Escape", [&] {
+    AppRouter::shared().openSettings();
+    settle();
+    EXPECT_TRUE(shows("Launch at login"));
+    type(escapeKey);
+  });
   closesBy("click elsewhere", [&] { click(Point{100, 700}); });
   closesBy("right click elsewhere", [&] {
     desktop->pointer().moveTo({100, 700});
@@ -180,20 +184,19 @@ TEST_F(PanelTest, AnIconWithoutAPlaceOpensWhereItWasClickedAndClosesWithTheSameC
 TEST_F(PanelTest, WithoutAnIconASecondStartOpensItInTheCornerOfTheBar) {
   launch();
   desktop->setStatusBar(Bar::none);
-  desktop->pointer().moveTo({1500, 400});
-  desktop->drain();
-  desktop->application().reopen();
-  desktop->drain();
-  settle();
-  ASSERT_EQ(panelCount(), 1u);
+  const auto startAgainAt = [&](Point pointer) {
+    desktop->pointer().moveTo(pointer);
+    desktop->application().reopen();
+    desktop->drain();
+    settle();
+    ASSERT_EQ(panelCount(), 1u);
+  };
+  startAgainAt({1500, 400});
   EXPECT_NEAR(outline().right(), rightScreen.frame.right(), 10) << "of the display with the pointer";
   EXPECT_NEAR(outline().y, 0, 10);
   type(escapeKey);
   desktop->screens().setBars(0, 40);
-  desktop->pointer().moveTo({500, 400});
-  desktop->application().reopen();
-  desktop->drain();
-  settle();
+  startAgainAt({500, 400});
   EXPECT_NEAR(outline().bottom(), 760, 10) << "the bar is at the bottom";
   EXPECT_NEAR(outline().right(), 1000, 10);
 }
@@ -219,20 +222,6 @@ TEST_F(PanelTest, TheKeyboardUsesItAndTheProgramInFrontStaysThere) {
   type(returnKey);
   EXPECT_EQ(state().userMode(), VeilMode::standard);
   EXPECT_EQ(panelCount(), 1u);
-}
-
-TEST_F(PanelTest, EveryOpeningBeginsWithTheMenuPage) {
-  launch();
-  open();
-  EXPECT_TRUE(shows("Quit"));
-  AppRouter::shared().openSettings();
-  settle();
-  EXPECT_TRUE(shows("Launch at login"));
-  EXPECT_FALSE(shows("Quit"));
-  type(escapeKey);
-  EXPECT_FALSE(AppRouter::shared().showingSettings());
-  open();
-  EXPECT_TRUE(shows("Quit"));
 }
 
 TEST_F(PanelTest, TheLanguageListFitsScrollsAndChangesAllTexts) {
@@ -320,8 +309,8 @@ TEST_F(PanelTest, AnswersOfTheUpdaterAreShownWhereTheDesktopShowsNone) {
 class FirstLaunchTest : public PanelTest {
  protected:
   void SetUp() override {
-    prepareDesktop();
-    desktop->setStatusBar(Bar::top);
+    PanelTest::SetUp();
+    store(storedKeys::hasSeenWelcome, false);
   }
 };
 
@@ -331,14 +320,14 @@ TEST_F(FirstLaunchTest, TheHintPointsAtTheIconUntilTheFirstClickWhichReachesItsT
   EXPECT_EQ(panelCount(), 0u);
   desktop->advance(0.02);
   ASSERT_EQ(panelCount(), 1u);
+  auto& hint = *desktop->panels().shown().front();
   const Rect item = *desktop->statusItem().frame();
-  EXPECT_EQ(desktop->panels().shown().front()->frame(),
-            (Rect{item.x + item.width / 2 - 93, item.bottom() - 17, 186, 75}));
+  EXPECT_EQ(hint.frame(), (Rect{item.x + item.width / 2 - 93, item.bottom() - 17, 186, 75}));
   MenuBarHintWindowController::shared().show();
   EXPECT_EQ(panelCount(), 1u) << "one is enough";
-  EXPECT_LT(desktop->panels().shown().front()->presentationAlpha(), 0.5);
+  EXPECT_LT(hint.presentationAlpha(), 0.5);
   desktop->advance(0.3);
-  EXPECT_EQ(desktop->panels().shown().front()->presentationAlpha(), 1);
+  EXPECT_EQ(hint.presentationAlpha(), 1);
   click(icon());
   settle();
   EXPECT_TRUE(shows("Get started")) << "the click went through the hint";

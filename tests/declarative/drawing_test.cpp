@@ -17,6 +17,7 @@ TEST_F(PageDrawing, DamageIsWhatChanged) {
     std::function<Element(bool)> make;
     Rect damage;
   };
+  constexpr platform::Point below{0, 3}, beside{100, 0};
   const auto color = [](bool is) { return is ? red : blue; };
   const std::vector<Case> cases{
       {"nothing", [](bool) { return text("words"); }, {}},
@@ -34,16 +35,8 @@ TEST_F(PageDrawing, DamageIsWhatChanged) {
       {"a move: where it was and where it is",
        [](bool is) { return box(10, 10).offset(is ? 30 : 0, 0); },
        {20, 20, 40, 10}},
-      {"with its shadow",
-       [&](bool is) {
-         return box(10, 10, color(is)).shadow(red, 5, {0, 3});
-       },
-       {5, 8, 40, 40}},
-      {"a shadow alone",
-       [&](bool is) {
-         return box(10, 10).shadow(color(is), 5, {100, 0});
-       },
-       {20, 5, 125, 40}},
+      {"with its shadow", [&](bool is) { return box(10, 10, color(is)).shadow(red, 5, below); }, {5, 8, 40, 40}},
+      {"a shadow alone", [&](bool is) { return box(10, 10).shadow(color(is), 5, beside); }, {20, 5, 125, 40}},
       {"a blur", [](bool is) { return box(10, 10).blur(is ? 2 : 0); }, {14, 14, 22, 22}},
       {"scaled", [](bool is) { return box(10, 10).scale(is ? 1.2 : 1); }, {19, 19, 12, 12}},
       {"no further than its clip",
@@ -53,17 +46,11 @@ TEST_F(PageDrawing, DamageIsWhatChanged) {
   for (const auto& test : cases) {
     for (const bool isMirrored : {false, true}) {
       Model<bool> model(false);
-      Environment environment;
-      if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
-      show(Part{[&](Context& context) {
-             context.observe(model);
-             return test.make(model.get()).padding(20);
-           }},
-           environment);
+      show<bool>(
+          model, [&](bool is) { return test.make(is).padding(20); }, directed(isMirrored));
       EXPECT_TRUE(isIn({20, 20, 1, 1}, host->takeDamage())) << "everything at first";
       EXPECT_EQ(host->takeDamage(), Rect{});
-      model.set(true);
-      queue.drain();
+      set(model, true);
       EXPECT_EQ(changes, test.damage.area() > 0 ? 1 : 0) << test.what;
       changes = 0;
       Rect expected = test.damage;
@@ -81,8 +68,7 @@ TEST_F(PageDrawing, DamageIsWhatChanged) {
 TEST_F(PageDrawing, ALargerPageIsAChange) {
   Model<double> model(0);
   show<double>(model, [](double below) { return box(10, 10).padding({0, 0, below, 0}); });
-  model.set(5);
-  queue.drain();
+  set(model, 5);
   EXPECT_EQ(host->size().height, 15);
   EXPECT_EQ(changes, 1);
 }
@@ -93,9 +79,7 @@ TEST_F(PageDrawing, EverythingAtRestLiesOnWholePixels) {
                                    text("words", platform::Font{.size = 11}).padding({0, 0.7, 0, 0}), box(10, 10)});
   for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
     for (const bool isMirrored : {false, true}) {
-      Environment environment;
-      if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
-      show(page, environment);
+      show(page, directed(isMirrored));
       host->takeDamage();
       host->setScale(scale);
       if (scale != 1) {
@@ -120,8 +104,7 @@ TEST_F(PageDrawing, EverythingAtRestLiesOnWholePixels) {
   // On its way, it goes in parts of pixels.
   Model<int> model(0);
   show<int>(model, [](int x) { return box(10, 10).offset(x, 0).animation(easeOut(1), x); });
-  model.set(10);
-  queue.advance(0.25);
+  set(model, 10, 0.25);
   EXPECT_NE(boxes()[0].x, std::round(boxes()[0].x));
 }
 
@@ -147,13 +130,11 @@ TEST_F(PageDrawing, LinesAreSharp) {
 }
 
 TEST_F(PageDrawing, MirroredPagesTurnWhatIsDrawnButNotWhatIsRead) {
-  Environment environment;
-  environment.direction = platform::LayoutDirection::rightToLeft;
   const AdaptiveGradient gradient{red, blue, {0, 0}, {1, 0}};
   show(horizontalStack({.spacing = 0},
                        {text("words", platform::Font{.size = 10}),
                         fill(Rectangle{}, gradient).frame({.width = 30, .height = 10}), box(20, 10).offset(3, 0)}),
-       environment);
+       directed(true));
   const auto word = allOf<DrawnText>(host->drawings()).at(0);
   EXPECT_EQ(word.frame, (Rect{50, 0, 25, 10}));
   EXPECT_EQ(std::get<DrawnText>(word.what).origin.x, 50);
@@ -175,8 +156,7 @@ TEST_F(PageDrawing, LooksMoveThroughColoursWithoutGoingAstray) {
         .animation(spring(0.4, 0.3), isOn);
   });
   EXPECT_TRUE(boxes().empty()) << "what is clear is not drawn";
-  model.set(true);
-  queue.drain();
+  set(model, true);
   for (int frame = 0; frame < 60; ++frame) {
     queue.advance(1.0 / 60);
     for (const auto& drawing : allOf<FilledPath>(host->drawings())) {

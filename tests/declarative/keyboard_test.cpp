@@ -11,12 +11,7 @@ constexpr platform::ModifierFlags shift = platform::modifier::shift;
 
 class PageKeyboard : public PageTest {
  protected:
-  std::string log;
-
-  std::function<void()> noting(char what) {
-    return [this, what] { log += what; };
-  }
-  Element target(char name, double width = 20) { return button(noting(name), box(width, 20)); }
+  Element target(char name, double width = 20) { return button(noting({name}), box(width, 20)); }
   bool press(Key key, platform::ModifierFlags modifiers = 0) {
     const bool isUsed = host->keyPressed({key, modifiers, {}});
     queue.drain();
@@ -35,14 +30,12 @@ class PageKeyboard : public PageTest {
 };
 
 TEST_F(PageKeyboard, TabWalksThroughWhatCanBePressedAndSeen) {
-  const Element row = horizontalStack({}, {target('b'), box(9, 9), box(20, 20).onTap(noting('c'))});
+  const Element row = horizontalStack({}, {target('b'), box(9, 9), box(20, 20).onTap(noting("c"))});
   const Element page = verticalStack(
       {}, {target('a').onHover([](bool) {}), row.background(target('d')), target('x').opacity(0), target('x').scale(0),
            target('x').accessibility({.isHidden = true}), button({}, box(9, 9)), target('e')});
-  for (const auto direction : {platform::LayoutDirection::leftToRight, platform::LayoutDirection::rightToLeft}) {
-    Environment environment;
-    environment.direction = direction;
-    show(page, environment);
+  for (const bool isMirrored : {false, true}) {
+    show(page, directed(isMirrored));
     EXPECT_FALSE(press(Key::space)) << "nothing has the focus at first";
     EXPECT_EQ(walk(7), "abcdeab");
     EXPECT_EQ(walk(4, shift), "aedc");
@@ -59,7 +52,7 @@ TEST_F(PageKeyboard, TabWalksThroughWhatCanBePressedAndSeen) {
 TEST_F(PageKeyboard, ARingShowsTheFocusInFrontOfEverythingUntilThePointerIsUsed) {
   Environment environment;
   environment.accent = blue;
-  const Element capsule = button(noting('a'), box(60, 20).contentShape(Capsule{}));
+  const Element capsule = button(noting("a"), box(60, 20).contentShape(Capsule{}));
   show(horizontalStack({.spacing = 10}, {capsule.clip(Capsule{}).padding(10), target('b')}), environment);
   EXPECT_TRUE(rings().empty());
   host->takeDamage();
@@ -97,10 +90,7 @@ TEST_F(PageKeyboard, AGroupIsOneStopInWhichArrowsChoose) {
                               .accessibility({.isOn = value == chosen}));
       return verticalStack({}, {target('a'), horizontalStack({}, choices).focusGroup(), target('b')});
     };
-    show<int>(model, page);
-    Environment environment;
-    if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
-    host->setEnvironment(environment);
+    show<int>(model, page, directed(isMirrored));
     press(Key::tab);
     press(Key::tab);
     const auto forwards = isMirrored ? Key::left : Key::right;
@@ -130,18 +120,15 @@ TEST_F(PageKeyboard, TheFocusStaysWithItsElementAndGoesWithIt) {
     return horizontalStack({}, std::move(targets)).animation(easeOut(1), names);
   });
   EXPECT_EQ(walk(3), "abc");
-  model.set("xcda");
-  queue.drain();
+  set(model, "xcda");
   press(Key::space);
   EXPECT_EQ(log, "abcc");
   EXPECT_EQ(rings().size(), 1u);
-  model.set("xda");
-  queue.advance(0.1);
+  set(model, "xda", 0.1);
   EXPECT_TRUE(rings().empty()) << "also while it is on its way out";
   EXPECT_FALSE(press(Key::space));
   EXPECT_EQ(walk(1), "a") << "near the third, where it was";
-  model.set("");
-  queue.advance(2);
+  set(model, "", 2);
   EXPECT_FALSE(press(Key::tab));
 }
 
@@ -165,7 +152,7 @@ TEST_F(PageKeyboard, MenusAskForTheirEntriesToBeShown) {
   std::vector<MenuRequest> requests;
   Host::Services services{queue, clock, texts, [&](const auto& request) { requests.push_back(request); }};
   const Element page =
-      menu({{.title = "One", .isChecked = true, .action = noting('1')}, {"", false, true, {}}}, box(40, 20))
+      menu({{.title = "One", .isChecked = true, .action = noting("1")}, {"", false, true, {}}}, box(40, 20))
           .padding({5, 30, 5, 10});
   host = std::make_unique<Host>(services, page, Environment{}, [] {});
   EXPECT_FALSE(allOf<StrokedPath>(host->drawings()).empty()) << "the sign";

@@ -181,8 +181,7 @@ TEST_F(PageLayout, AsksForFewTextLayouts) {
   EXPECT_EQ(texted, 64);
   EXPECT_LE(texts.calls, texted * 8);
   changes = 0;
-  model.set(1);
-  queue.drain();
+  set(model, 1);
   EXPECT_EQ(changes, 0) << "texts that are set as before are not drawn anew";
 }
 

@@ -8,6 +8,8 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "declarative/host.h"
@@ -47,6 +49,13 @@ class Model {
 
 inline constexpr AdaptiveColor red = fixed({1, 0, 0, 1});
 inline constexpr AdaptiveColor blue = fixed({0, 0, 1, 1});
+
+// Where people read from right to left, or from left to right.
+inline Environment directed(bool isMirrored) {
+  Environment environment;
+  if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
+  return environment;
+}
 
 inline Element box(double width, double height, AdaptiveColor color = red) {
   return fill(Rectangle{}, color).frame({.width = width, .height = height});
@@ -95,37 +104,6 @@ class PlainText : public platform::TextEngine {
   }
 };
 
-// A page on virtual time.
-class PageTest : public testing::Test {
- protected:
-  sim::SimMainQueue queue;
-  sim::SimFrameClock clock{queue};
-  PlainText texts;
-  int changes = 0;
-  std::unique_ptr<Host> host;
-
-  Host& show(Element page, Environment environment = {}) {
-    host = std::make_unique<Host>(Host::Services{queue, clock, texts}, std::move(page), std::move(environment),
-                                  [this] { ++changes; });
-    return *host;
-  }
-  // A page that shows what `make` says of the model.
-  template <class Type>
-  Host& show(Model<Type>& model, std::function<Element(const Type&)> make) {
-    return show(Part{[&model, make](Context& context) {
-      context.observe(model);
-      return make(model.get());
-    }});
-  }
-  // The frames of all filled shapes, from back to front.
-  std::vector<platform::Rect> boxes() const;
-  void click(platform::Point point) {
-    host->pointerDown(point);
-    if (host) host->pointerUp(point);
-    queue.drain();
-  }
-};
-
 // Every drawing of the page that holds a `What`, however deep.
 template <class What>
 std::vector<Drawing> allOf(const Drawings& drawings) {
@@ -137,10 +115,51 @@ std::vector<Drawing> allOf(const Drawings& drawings) {
   return found;
 }
 
-inline std::vector<platform::Rect> PageTest::boxes() const {
-  std::vector<platform::Rect> frames;
-  for (const auto& drawing : allOf<FilledPath>(host->drawings())) frames.push_back(drawing.frame);
-  return frames;
-}
+// A page on virtual time.
+class PageTest : public testing::Test {
+ protected:
+  sim::SimMainQueue queue;
+  sim::SimFrameClock clock{queue};
+  PlainText texts;
+  int changes = 0;
+  std::string log;
+  std::unique_ptr<Host> host;
+
+  Host& show(Element page, Environment environment = {}) {
+    host = std::make_unique<Host>(Host::Services{queue, clock, texts}, std::move(page), std::move(environment),
+                                  [this] { ++changes; });
+    return *host;
+  }
+  // A page that shows what `make` says of the model.
+  template <class Type>
+  Host& show(Model<Type>& model, std::function<Element(const Type&)> make, Environment environment = {}) {
+    return show(Part{[&model, make](Context& context) {
+                  context.observe(model);
+                  return make(model.get());
+                }},
+                std::move(environment));
+  }
+  std::function<void()> noting(std::string what) {
+    return [this, what] { log += what; };
+  }
+  // Changes the model and lets that many seconds pass.
+  template <class Type>
+  void set(Model<Type>& model, std::type_identity_t<Type> value, double seconds = 0) {
+    model.set(std::move(value));
+    queue.drain();
+    queue.advance(seconds);
+  }
+  // The frames of all filled shapes, from back to front.
+  std::vector<platform::Rect> boxes() const {
+    std::vector<platform::Rect> frames;
+    for (const auto& drawing : allOf<FilledPath>(host->drawings())) frames.push_back(drawing.frame);
+    return frames;
+  }
+  void click(platform::Point point) {
+    host->pointerDown(point);
+    if (host) host->pointerUp(point);
+    queue.drain();
+  }
+};
 
 }  // namespace hushpane::declarative

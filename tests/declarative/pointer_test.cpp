@@ -7,10 +7,6 @@ using platform::Point;
 
 class PagePointer : public PageTest {
  protected:
-  std::string log;
-  std::function<void()> noting(char what) {
-    return [this, what] { log += what; };
-  }
   std::string clicked(Point point) {
     log.clear();
     click(point);
@@ -19,8 +15,8 @@ class PagePointer : public PageTest {
 };
 
 TEST_F(PagePointer, MeetsElementsWhereTheyAreShown) {
-  const auto target = [&](char name, Element element) { return element.onTap(noting(name)); };
-  const auto square = box(20, 20);
+  const auto target = [&](char name, Element element) { return element.onTap(noting({name})); };
+  const auto square = box(20, 20), ring = stroke(Rectangle{}, red, 1).frame({.width = 20, .height = 20});
   struct Case {
     const char* what;
     Element page;
@@ -43,19 +39,13 @@ TEST_F(PagePointer, MeetsElementsWhereTheyAreShown) {
       {"a capsule's corner",
        target('a', fill(Capsule{}).frame({.width = 40, .height = 20})),
        {{{1, 10}, "a"}, {{1, 1}, ""}}},
-      {"a stroke is no area",
-       target('a', stroke(Rectangle{}, red, 1).frame({.width = 20, .height = 20})),
-       {{{10, 10}, ""}}},
-      {"unless it has one",
-       target('a', stroke(Rectangle{}, red, 1).frame({.width = 20, .height = 20}).contentShape(Circle{})),
-       {{{10, 10}, "a"}, {{1, 1}, ""}}},
-      {"a button's empty padding", button(noting('a'), square.padding(10)), {{{20, 20}, "a"}, {{5, 20}, ""}}},
+      {"a stroke is no area", target('a', ring), {{{10, 10}, ""}}},
+      {"unless it has one", target('a', ring.contentShape(Circle{})), {{{10, 10}, "a"}, {{1, 1}, ""}}},
+      {"a button's empty padding", button(noting("a"), square.padding(10)), {{{20, 20}, "a"}, {{5, 20}, ""}}},
   };
   for (const auto& test : cases) {
     for (const bool isMirrored : {false, true}) {
-      Environment environment;
-      if (isMirrored) environment.direction = platform::LayoutDirection::rightToLeft;
-      show(test.page, environment);
+      show(test.page, directed(isMirrored));
       for (const auto& [point, expected] : test.clicks)
         EXPECT_EQ(clicked({isMirrored ? host->size().width - point.x : point.x, point.y}), expected)
             << test.what << " at " << point.x << (isMirrored ? ", mirrored" : "");
@@ -67,22 +57,18 @@ TEST_F(PagePointer, MeetsElementsWhereTheyAreShown) {
 TEST_F(PagePointer, FollowsTheDirectionOfAPart) {
   Model<bool> model(false);
   show<bool>(model, [&](bool isMirrored) {
-    return horizontalStack({.spacing = 0}, {box(20, 10, blue).onTap(noting('a')), box(30, 10).onTap(noting('b'))})
-        .environment([=](Environment& environment) {
-          environment.direction =
-              isMirrored ? platform::LayoutDirection::rightToLeft : platform::LayoutDirection::leftToRight;
-        })
+    return horizontalStack({.spacing = 0}, {box(20, 10, blue).onTap(noting("a")), box(30, 10).onTap(noting("b"))})
+        .environment([=](Environment& environment) { environment.direction = directed(isMirrored).direction; })
         .padding({0, 100, 0, 0});
   });
   EXPECT_EQ(clicked({110, 5}) + clicked({140, 5}), "ab");
-  model.set(true);
-  queue.drain();
+  set(model, true);
   EXPECT_EQ(clicked({110, 5}) + clicked({140, 5}), "ba");
   EXPECT_EQ(boxes()[0].x, 130);
 }
 
 TEST_F(PagePointer, ButtonsActWhenTheyAreReleasedInside) {
-  show(horizontalStack({.spacing = 0}, {button(noting('a'), box(20, 20)), button(noting('b'), box(20, 20))}));
+  show(horizontalStack({.spacing = 0}, {button(noting("a"), box(20, 20)), button(noting("b"), box(20, 20))}));
   const auto faint = [&] { return allOf<Layer>(host->drawings()).size(); };
   host->pointerDown({10, 10});
   EXPECT_EQ(faint(), 1u);
@@ -111,18 +97,15 @@ TEST_F(PagePointer, HoverIsToldOnceEachWayAlsoWhenThePageMoves) {
   host->pointerMoved({5, 5});
   host->pointerMoved({6, 5});
   EXPECT_EQ(log, "+");
-  model.set(100);
-  queue.advance(2);
+  set(model, 100, 2);
   EXPECT_EQ(log, "+-");
-  model.set(0);
-  queue.advance(2);
+  set(model, 0, 2);
   EXPECT_EQ(log, "+-+");
   host->pointerExited();
   host->pointerExited();
   EXPECT_EQ(log, "+-+-");
   host->pointerMoved({5, 5});
-  model.set(-1);
-  queue.drain();
+  set(model, -1);
   EXPECT_EQ(log, "+-+-+-") << "it went from beneath the pointer";
 }
 
@@ -149,14 +132,13 @@ TEST_F(PagePointer, ActionsMayRemoveTheirOwnView) {
 TEST_F(PagePointer, NothingOnItsWayOutIsMet) {
   Model<bool> model(true);
   show<bool>(model, [&](bool isThere) {
-    return overlaidStack({}, {box(20, 20, blue).onTap(noting('b')).tooltip("behind"),
-                              isThere ? box(20, 20).onTap(noting('f')).tooltip("front") : Element()})
+    return overlaidStack({}, {box(20, 20, blue).onTap(noting("b")).tooltip("behind"),
+                              isThere ? box(20, 20).onTap(noting("f")).tooltip("front") : Element()})
         .animation(easeOut(1), isThere);
   });
   EXPECT_EQ(clicked({10, 10}), "f");
   EXPECT_EQ(host->tooltip({10, 10}), "front");
-  model.set(false);
-  queue.advance(0.1);
+  set(model, false, 0.1);
   EXPECT_EQ(boxes().size(), 2u);
   EXPECT_EQ(clicked({10, 10}), "b");
   EXPECT_EQ(host->tooltip({10, 10}), "behind");

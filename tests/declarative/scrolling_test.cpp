@@ -9,15 +9,12 @@ using platform::Rect;
 // Rows of 40 by 20 points in a viewport.
 class Scrolling : public PageTest {
  protected:
-  std::string log;
-
   Element rows(int count) {
     std::vector<Element> all;
     for (int row = 0; row < count; ++row)
-      all.push_back(
-          button([this, row] { log += static_cast<char>('a' + row); }, box(40, 20).onHover([this, row](bool isOver) {
-            log += static_cast<char>((isOver ? 'A' : '0') + row);
-          })).tooltip(std::to_string(row)));
+      all.push_back(button(noting({static_cast<char>('a' + row)}), box(40, 20).onHover([this, row](bool isOver) {
+                      log += static_cast<char>((isOver ? 'A' : '0') + row);
+                    })).tooltip(std::to_string(row)));
     return verticalStack({.spacing = 0}, std::move(all)).scrolling();
   }
   void offer(double height) {
@@ -57,11 +54,9 @@ TEST_F(Scrolling, IsAsHighAsItsContentAndTheOfferAllow) {
   EXPECT_FALSE(host->scrolled({10, 10}, 1));
   EXPECT_FALSE(host->scrolled({10, 61}, -5)) << "beside it";
   // It never shows beyond its end.
-  model.set(4);
-  queue.drain();
+  set(model, 4);
   EXPECT_EQ(top(), -20);
-  model.set(2);
-  queue.drain();
+  set(model, 2);
   EXPECT_EQ(top(), 0);
   EXPECT_EQ(host->size().height, 40);
 }

@@ -9,13 +9,7 @@ namespace {
 
 using namespace platform;
 
-class PageState : public PageTest {
- protected:
-  std::vector<std::string> log;
-  std::function<void()> noting(std::string what) {
-    return [this, what] { log.push_back(what); };
-  }
-};
+class PageState : public PageTest {};
 
 TEST_F(PageState, OnlyViewsThatObserveAChangeAreRebuilt) {
   Model<int> first(1), second(1);
@@ -33,13 +27,11 @@ TEST_F(PageState, OnlyViewsThatObserveAChangeAreRebuilt) {
     return verticalStack({}, {part(first, inner[0]), part(second, inner[1])});
   }});
   second.set(20);
-  second.set(30);
-  queue.drain();
+  set(second, 30);
   EXPECT_EQ(outer, 1);
   EXPECT_EQ(inner, (std::array{1, 2}));
   EXPECT_EQ(boxes()[1].width, 30);
-  second.set(40);
-  queue.drain();
+  set(second, 40);
   EXPECT_EQ(second.told, 3) << "each of its renderings replaces what it observed before";
   host->setEnvironment({.appearance = Appearance::dark});
   queue.drain();
@@ -67,23 +59,18 @@ TEST_F(PageState, StateBelongsToTheIdentity) {
   const State<int> removed = states.at(2);
   removed.set(40);
   queue.drain();
-  ids.set({2, 1});
-  queue.drain();
+  set(ids, {2, 1});
   EXPECT_EQ(boxes()[0].width, 40) << "it moved with its id";
-  ids.set({1});
-  queue.drain();
+  set(ids, {1});
   removed.set(50);
   EXPECT_EQ(removed.get(), 50);
   queue.advance(10);
   EXPECT_EQ(boxes().size(), 2u) << "it is seen on its way out";
   EXPECT_EQ(boxes()[0].width, 40) << "but changes no more";
   EXPECT_EQ(fired, 0) << "what it asked for later goes with it";
-  ids.set({});
-  queue.drain();
+  set(ids, {});
   EXPECT_FALSE(other.isObserved());
-  ids.set({2});
-  queue.drain();
-  queue.advance(20);
+  set(ids, {2}, 20);
   EXPECT_EQ(boxes()[0].width, 10) << "another identity begins anew, also where it turns round";
 }
 
@@ -133,19 +120,17 @@ TEST_F(PageState, CallbacksFollowTheRenderingThatCausedThem) {
         .onDisappear(noting("-" + name))
         .id(id);
   });
-  EXPECT_EQ(log, std::vector<std::string>{"+1"});
-  model.set(2);
-  queue.drain();
-  EXPECT_EQ(log, (std::vector<std::string>{"+1", "-1", "+2"})) << "the old one goes before the new one comes";
+  EXPECT_EQ(log, "+1");
+  set(model, 2);
+  EXPECT_EQ(log, "+1-1+2") << "the old one goes before the new one comes";
 
   Model<int> quiet(1);
   log.clear();
   show<int>(quiet, [&](int value) { return box(10, 10).onChange(value / 10, noting("change")); });
   for (const int value : {2, 12, 13}) {
-    quiet.set(value);
-    queue.drain();
+    set(quiet, value);
   }
-  EXPECT_EQ(log, std::vector<std::string>{"change"});
+  EXPECT_EQ(log, "change");
 
   // What a view does when it appears shows at once.
   show(Part{[](Context& context) {
@@ -183,19 +168,11 @@ TEST_F(PageState, WhatClosuresKeepOutlivesTheHost) {
 TEST_F(PageState, EveryActionMayEndTheHost) {
   Model<int> model(0);
   const auto end = [this] { host.reset(); };
+  const auto press = [this] { click({5, 5}); };
   const std::vector<std::pair<std::function<Element(Element)>, std::function<void()>>> cases{
-      {[&](Element element) { return element.onTap(end); },
-       [&] {
-         click({5, 5});
-       }},
-      {[&](Element element) { return button(end, element); },
-       [&] {
-         click({5, 5});
-       }},
-      {[&](Element element) { return element.onHover([end](bool) { end(); }).onTap([] {}); },
-       [&] {
-         click({5, 5});
-       }},
+      {[&](Element element) { return element.onTap(end); }, press},
+      {[&](Element element) { return button(end, element); }, press},
+      {[&](Element element) { return element.onHover([end](bool) { end(); }).onTap([] {}); }, press},
       {[&](Element element) { return element.onChange(model.get(), end).onChange(model.get(), [] {}); },
        [&] { model.set(model.get() + 1); }},
   };
@@ -213,16 +190,15 @@ TEST_F(PageState, APageThatLeavesSaysSoOnceAndIsSilentFromThenOn) {
   const auto part = Part{[&](Context& context) {
     context.observe(model);
     kept = context.updates();
-    log.push_back("body");
+    log += "body";
     return box(20 + model.get(), 20)
         .onTap(noting("tap"))
-        .onHover([this](bool) { log.push_back("hover"); })
-        .onDisappear(noting("inner"))
+        .onHover([this](bool) { log += "hover"; })
+        .onDisappear(noting("inner "))
         .animation(easeOut(1), model.get());
   }};
-  show(Element(part).onDisappear(noting("outer")));
-  model.set(1);
-  queue.advance(0.5);
+  show(Element(part).onDisappear(noting("outer ")));
+  set(model, 1, 0.5);
   kept->after(0.1, noting("later"));
   model.set(2);
   log.clear();
@@ -230,7 +206,7 @@ TEST_F(PageState, APageThatLeavesSaysSoOnceAndIsSilentFromThenOn) {
   const auto sizeBefore = host->size();
   host->leave();
   EXPECT_EQ(host->size(), sizeBefore);
-  EXPECT_EQ(log, (std::vector<std::string>{"outer", "inner"}));
+  EXPECT_EQ(log, "outer inner ");
   EXPECT_FALSE(model.isObserved());
   host->leave();
   host->setEnvironment({.appearance = Appearance::dark});
@@ -244,12 +220,12 @@ TEST_F(PageState, APageThatLeavesSaysSoOnceAndIsSilentFromThenOn) {
   EXPECT_EQ(host->tooltip({5, 5}), std::nullopt);
   queue.advance(1);
   host.reset();
-  EXPECT_EQ(log.size(), 2u);
+  EXPECT_EQ(log, "outer inner ");
   EXPECT_EQ(changes, changesBefore);
 
   show(box(9, 9).onDisappear(noting("never")));
   host.reset();
-  EXPECT_EQ(log.size(), 2u) << "only leaving is told";
+  EXPECT_EQ(log, "outer inner ") << "only leaving is told";
 }
 
 }  // namespace

@@ -37,8 +37,7 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
   });
   EXPECT_EQ(opacityOf(red), 1) << "nothing fades in with the page";
   EXPECT_FALSE(clock.isRunning());
-  model.set(false);
-  queue.drain();
+  set(model, false);
   EXPECT_EQ(gone, 1);
   EXPECT_EQ(host->targetSize().height, 10) << "what leaves takes no space";
   queue.advance(0.3);
@@ -47,8 +46,7 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
   EXPECT_LT(faded, 0.9);
 
   // Back on the way.
-  model.set(true);
-  queue.drain();
+  set(model, true);
   EXPECT_NEAR(opacityOf(red), faded, 0.05);
   EXPECT_EQ(boxes().size(), 2u) << "the same one turns round";
   queue.advance(0.1);
@@ -57,8 +55,7 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
   EXPECT_EQ(opacityOf(red), 1);
   EXPECT_EQ(boxes(), (std::vector<Rect>{{0, 0, 10, 10}, {0, 10, 10, 10}}));
 
-  model.set(false);
-  queue.advance(1.1);
+  set(model, false, 1.1);
   EXPECT_EQ(boxes(), (std::vector<Rect>{{0, 0, 10, 10}}));
   EXPECT_FALSE(clock.isRunning());
 
@@ -68,24 +65,9 @@ TEST_F(PageTransition, ElementsFadeInAndOutAndAreGoneThen) {
     return overlaidStack({}, {shown > 2 ? box(10, 10) : Element(), shown > 1 ? box(10, 10) : Element(), box(9, 9)})
         .animation(easeOut(1), shown);
   });
-  count.set(2);
-  queue.advance(0.5);
-  count.set(1);
-  queue.advance(0.6);
+  set(count, 2, 0.5);
+  set(count, 1, 0.6);
   EXPECT_EQ(boxes().size(), 2u);
-}
-
-TEST_F(PageTransition, NothingFadesWithoutAnAnimation) {
-  Model<bool> model(false);
-  show<bool>(model, [](bool isThere) {
-    return overlaidStack({}, {isThere ? box(10, 10) : Element(), box(5, 5, blue)});
-  });
-  for (const bool isThere : {true, false}) {
-    model.set(isThere);
-    queue.drain();
-    EXPECT_EQ(opacityOf(red), isThere ? 1 : 0);
-    EXPECT_FALSE(clock.isRunning());
-  }
 }
 
 TEST_F(PageTransition, EachWayHasItsOwnEffect) {
@@ -97,8 +79,7 @@ TEST_F(PageTransition, EachWayHasItsOwnEffect) {
     const Element content = Part{[=](Context&) { return box(100, 10, page % 2 ? blue : red).transition({in, out}); }};
     return overlaidStack({}, {page < 0 ? Element() : content.id(page)}).animation(easeOut(1), page);
   });
-  model.set(1);
-  queue.drain();
+  set(model, 1);
   EXPECT_EQ(opacityOf(blue), 0);
   EXPECT_EQ(opacityOf(red), 1);
   queue.advance(0.4);
@@ -107,8 +88,7 @@ TEST_F(PageTransition, EachWayHasItsOwnEffect) {
   EXPECT_EQ(xOf(blue), 0);
   const double shown = opacityOf(blue), before = xOf(red);
   // Sent away while it comes: no jump either way.
-  model.set(-1);
-  queue.drain();
+  set(model, -1);
   EXPECT_NEAR(opacityOf(blue), shown, 0.05);
   EXPECT_NEAR(xOf(blue), 0, 0.5);
   EXPECT_NEAR(xOf(red), before, 0.5);
@@ -138,9 +118,7 @@ TEST_F(PageTransition, WhatLeavesStaysBetweenItsNeighbours) {
     Model<bool> model(true);
     show<bool>(model, [&](bool isThere) { return make(isThere).animation(easeOut(1), isThere); });
     EXPECT_EQ(colorsInOrder(), order);
-    model.set(false);
-    queue.drain();
-    queue.advance(0.3);
+    set(model, false, 0.3);
     EXPECT_EQ(colorsInOrder(), order);
   }
 }
@@ -151,11 +129,9 @@ TEST_F(PageTransition, LeavesWithTheOneAround) {
     const auto inner = verticalStack({}, {box(10, 10, blue), count > 1 ? box(10, 10) : Element()});
     return verticalStack({}, {count > 0 ? inner : Element()}).animation(easeOut(1), count);
   });
-  model.set(1);
-  queue.advance(0.5);
+  set(model, 1, 0.5);
   const double before = opacityOf(red);
-  model.set(0);
-  queue.advance(0.25);
+  set(model, 0, 0.25);
   EXPECT_LT(opacityOf(red), before);
   EXPECT_GT(opacityOf(blue), 0);
   queue.advance(0.35);
@@ -176,18 +152,14 @@ TEST_F(PageTransition, MatchedElementsFadeUnlessAnotherTakesTheirPlace) {
                          {shown == 0 ? page : Element(), shown == 1 ? overlaidStack({}, {pill}) : Element()})
         .animation(easeOut(1), shown);
   });
-  model.set(2);
-  queue.drain();
-  queue.advance(0.3);
+  set(model, 2, 0.3);
   EXPECT_GT(opacityOf(blue), 0);
   EXPECT_NEAR(opacityOf(red), opacityOf(blue), 1e-9);
   queue.advance(1);
   EXPECT_TRUE(boxes().empty());
 
-  model.set(0);
-  queue.advance(2);
-  model.set(1);
-  queue.drain();
+  set(model, 0, 2);
+  set(model, 1);
   EXPECT_EQ(opacityOf(red), 1) << "one, whole";
   EXPECT_EQ(xOf(red), 45);
   queue.advance(0.3);
@@ -210,8 +182,7 @@ TEST_F(PageTransition, ViewsThatShowNothingTakeNoSpaceAndComeInPlace) {
         .animation(easeOut(1), model.get());
   }});
   EXPECT_EQ(host->size().height, 28);
-  model.set(true);
-  queue.drain();
+  set(model, true);
   EXPECT_EQ(host->targetSize().height, 50);
   EXPECT_EQ(xOf(red), -1000);
   queue.advance(0.1);

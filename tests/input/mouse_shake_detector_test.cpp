@@ -76,10 +76,8 @@ TEST_F(MouseShakeDetectorTest, AShortStrokeCountsForNothingButLosesNothing) {
 }
 
 TEST_F(MouseShakeDetectorTest, SlowAndVerticalMovementIsNotSeen) {
-  for (int stroke = 0; stroke < 10; ++stroke)
-    for (int step = 0; step < 200; ++step) move(stroke % 2 == 0 ? 0.5 : -0.5);
-  for (int step = 0; step < 100; ++step) move(0);
-  EXPECT_EQ(shakes, 0);
+  for (int step = 0; step < 2000; ++step) move(step / 200 % 2 == 0 ? 0.5 : -0.5);
+  move(0);
   strokes(6);
   move(0.5);
   EXPECT_EQ(shakes, 0) << "too slow to reverse anything";
@@ -117,14 +115,6 @@ TEST_F(MouseShakeDetectorTest, StoppingForgetsTheStrokesButNotTheDeafness) {
   detector->start();
   strokes(10, 60, 0.05);
   EXPECT_EQ(shakes, 1) << "still deaf";
-}
-
-TEST_F(MouseShakeDetectorTest, WithoutCallbackAShakeStillDeafens) {
-  detector->onShake = nullptr;
-  strokes(7, 60, 0.05);
-  detector->onShake = [this] { ++shakes; };
-  strokes(10, 60, 0.05);
-  EXPECT_EQ(shakes, 0);
 }
 
 TEST_F(MouseShakeDetectorTest, NothingFollowsItsEnd) {

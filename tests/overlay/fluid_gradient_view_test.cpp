@@ -32,15 +32,12 @@ class FluidGradientViewTest : public SimulatedProgram {
   void SetUp() override {
     prepareDesktop();
     desktop->setGpuDevice(&device);
-    window = makeWindow(leftScreen.frame);
+    window = desktop->windows().makeWindow(leftScreen.frame, {});
     gradient = std::make_unique<FluidGradientView>(window->contentView().addSubview(), *window, *desktop);
   }
   void TearDown() override {
     gradient.reset();
     window.reset();
-  }
-  std::unique_ptr<platform::Window> makeWindow(const platform::Rect& frame) {
-    return desktop->windows().makeWindow(frame, {});
   }
   void run() {
     gradient->view().setHidden(false);
@@ -77,24 +74,17 @@ TEST_F(FluidGradientViewTest, DrawsThirtyFramesASecondWhileItRunsOnScreenAndNone
   EXPECT_EQ(framesIn(1), 0);
 }
 
-TEST_F(FluidGradientViewTest, ItsClockRunsFromItsCreationPausesIncluded) {
+TEST_F(FluidGradientViewTest, ItsClockRunsFromItsCreationPausesIncludedAndAnotherHueHoldsFromTheNextFrame) {
   desktop->advance(100);
   run();
   desktop->advance(1.0 / 30);
   EXPECT_NEAR(device.last.time, 100, 0.1);
+  gradient->setAccentHue(0.9f);
   gradient->setPaused(true);
   desktop->advance(50);
   gradient->setPaused(false);
   desktop->drain();
   EXPECT_NEAR(device.last.time, 150, 0.2);
-}
-
-TEST_F(FluidGradientViewTest, AnotherHueHoldsFromTheNextFrame) {
-  run();
-  desktop->advance(0.1);
-  EXPECT_EQ(device.last, (platform::FluidUniforms{device.last.time, 0.6f, 0.65f}));
-  gradient->setAccentHue(0.9f);
-  desktop->advance(1.0 / 30);
   EXPECT_EQ(device.last.hue, 0.9f);
 }
 
@@ -159,19 +149,19 @@ TEST_F(GradientSurfaceTest, ShowsOverTheBlurOfCleanDesktopOnly) {
 }
 
 TEST_F(GradientSurfaceTest, OtherSurfacesAndNoCoverStopIt) {
-  for (const char* surface : {"dim", "wallpaper"}) {
-    PreferencesStore::shared().ambientSurfaceRaw = "blur";
+  auto& surface = PreferencesStore::shared().ambientSurfaceRaw;
+  const auto show = [&](const char* text) {
+    surface = text;
     content().apply(clean, true);
     settle();
-    PreferencesStore::shared().ambientSurfaceRaw = surface;
-    content().apply(clean, true);
-    settle();
-    EXPECT_TRUE(content().gradientView().isPaused()) << surface;
-    EXPECT_TRUE(view().isHidden()) << surface;
+  };
+  for (const char* other : {"dim", "wallpaper"}) {
+    show("blur");
+    show(other);
+    EXPECT_TRUE(content().gradientView().isPaused()) << other;
+    EXPECT_TRUE(view().isHidden()) << other;
   }
-  PreferencesStore::shared().ambientSurfaceRaw = "blur";
-  content().apply(clean, true);
-  settle();
+  show("blur");
   content().apply(standard, true);
   EXPECT_TRUE(content().gradientView().isPaused()) << "at once";
   settle();
@@ -190,25 +180,14 @@ TEST_F(GradientSurfaceTest, ComingBackBeforeThePauseKeepsItRunning) {
   EXPECT_EQ(view().presentationAlpha(), 1);
 }
 
-TEST_F(GradientSurfaceTest, ADisplayThatIsLeftOutDrawsNothing) {
-  store(storedKeys::displayEnablement, platform::Dictionary{{"7", false}});
-  relaunch();
-  state().setMode(VeilMode::cleanDesktop);
-  desktop->advance(1);
-  EXPECT_FALSE(overlay(leftScreen).isOnScreen());
-  EXPECT_EQ(view().drawable(), nullptr);
-}
-
 TEST_F(GradientSurfaceTest, TintsWhatIsSeen) {
-  const platform::Point spot{500, 400};
-  PreferencesStore::shared().ambientGradientEnabled = false;
-  state().setMode(VeilMode::cleanDesktop);
-  desktop->advance(2);
-  const auto without = *desktop->pixel(spot);
-  PreferencesStore::shared().ambientGradientEnabled = true;
-  state().setMode(VeilMode::cleanDesktop);
-  desktop->advance(2);
-  const auto with = *desktop->pixel(spot);
+  const auto pixelWith = [this](bool hasGradient) {
+    PreferencesStore::shared().ambientGradientEnabled = hasGradient;
+    state().setMode(VeilMode::cleanDesktop);
+    desktop->advance(2);
+    return *desktop->pixel({500, 400});
+  };
+  const auto without = pixelWith(false), with = pixelWith(true);
   const auto& drawable = *view().drawable();
   const auto tint = drawable.pixels[static_cast<std::size_t>(drawable.width) * (drawable.height / 2) +
                                     static_cast<std::size_t>(drawable.width) / 2];

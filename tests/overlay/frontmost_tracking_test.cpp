@@ -14,10 +14,14 @@ class FrontmostTrackingTest : public SimulatedProgram {
     state().setMode(VeilMode::focus);
     desktop->advance(1);
   }
+  void resize(platform::WindowNumber window, const platform::Rect& frame) {
+    desktop->windows().setFrame(window, frame);
+    desktop->advance(tick);
+  }
   bool isFree(const platform::Screen& screen) { return !overlay(screen).isOnScreen(); }
 };
 
-TEST_F(FrontmostTrackingTest, OverlaysStandDirectlyBeneathTheFrontWindow) {
+TEST_F(FrontmostTrackingTest, OverlaysStandDirectlyBeneathTheFrontWindowAndFollowAnActivationWithoutWaitingForATick) {
   const auto back = openApplication("Back", ordinary);
   const auto front = openApplication("Front", {150, 150, 400, 300});
   enterFocus();
@@ -25,17 +29,10 @@ TEST_F(FrontmostTrackingTest, OverlaysStandDirectlyBeneathTheFrontWindow) {
     EXPECT_TRUE(isDirectlyBeneath(overlay(screen), front));
     EXPECT_LT(depthOf(overlay(screen).number()), depthOf(back));
   }
-}
-
-TEST_F(FrontmostTrackingTest, AnActivationMovesTheCoverWithoutWaitingForATick) {
-  const auto back = openApplication("Back", ordinary);
-  openApplication("Front", {150, 150, 400, 300});
-  enterFocus();
   desktop->advance(tick / 3);
   desktop->workspace().activateWindow(back);
   desktop->drain();
-  EXPECT_TRUE(isDirectlyBeneath(overlay(leftScreen), back));
-  EXPECT_TRUE(isDirectlyBeneath(overlay(rightScreen), back));
+  for (const auto& screen : screens) EXPECT_TRUE(isDirectlyBeneath(overlay(screen), back));
 }
 
 TEST_F(FrontmostTrackingTest, ARaisedWindowOfTheSameApplicationIsFoundByTheNextTick) {
@@ -67,36 +64,22 @@ TEST_F(FrontmostTrackingTest, WhatTheFrontApplicationFillsIsLeftFree) {
 TEST_F(FrontmostTrackingTest, AGrowingWindowFreesItsDisplaysUntilItIsStill) {
   const auto window = openApplication("Zoom", {100, 100, 200, 200});
   enterFocus();
-  desktop->windows().setFrame(window, {100, 100, 800, 600});
-  desktop->advance(tick);
+  resize(window, {100, 100, 800, 600});
   EXPECT_TRUE(isFree(leftScreen));
   EXPECT_FALSE(isFree(rightScreen));
-  desktop->windows().setFrame(window, {100, 100, 800, 640});  // 6.7 % more
-  desktop->advance(tick);
-  EXPECT_TRUE(isFree(leftScreen)) << "still changing";
-  desktop->windows().setFrame(window, {100, 100, 800, 660});  // 3.1 % more
-  desktop->advance(tick);
-  EXPECT_FALSE(isFree(leftScreen)) << "nearly still";
-}
-
-TEST_F(FrontmostTrackingTest, ShrinkingByMuchKeepsAHeldDisplayFreeUntilStill) {
-  const auto window = openApplication("Zoom", {100, 100, 200, 200});
-  enterFocus();
-  desktop->windows().setFrame(window, {100, 100, 800, 600});
-  desktop->advance(tick);
-  desktop->windows().setFrame(window, {100, 100, 400, 300});
-  desktop->advance(tick);
-  EXPECT_TRUE(isFree(leftScreen));
-  desktop->advance(tick);
-  EXPECT_FALSE(isFree(leftScreen));
+  resize(window, {100, 100, 800, 640});
+  EXPECT_TRUE(isFree(leftScreen)) << "6.7 % more: still changing";
+  resize(window, {100, 100, 400, 300});
+  EXPECT_TRUE(isFree(leftScreen)) << "much less: still changing";
+  resize(window, {100, 100, 400, 309});
+  EXPECT_FALSE(isFree(leftScreen)) << "3 % more: nearly still";
 }
 
 TEST_F(FrontmostTrackingTest, SmallStartsAndActivationsAreNoGrowth) {
   const auto window =
       openApplication("Small", {100, 100, 101, 99});  // not above 10000 square points, one side too short
   enterFocus();
-  desktop->windows().setFrame(window, {100, 100, 800, 600});
-  desktop->advance(tick);
+  resize(window, {100, 100, 800, 600});
   EXPECT_FALSE(isFree(leftScreen)) << "nothing counted before";
 
   const auto other = openApplication("Other", {100, 100, 300, 300});
@@ -112,14 +95,12 @@ TEST_F(FrontmostTrackingTest, WhatGrowthHeldIsReleasedByTheEndOfTheWindowAFilled
   const auto grow = [&](platform::WindowNumber number) {
     desktop->windows().setFrame(number, {900, 100, 200, 200});
     desktop->advance(3 * tick);
-    desktop->windows().setFrame(number, {500, 0, 1000, 780});
-    desktop->advance(tick);
+    resize(number, {500, 0, 1000, 780});
     return isFree(leftScreen) && isFree(rightScreen);
   };
   enterFocus();
   ASSERT_TRUE(grow(window));
-  desktop->windows().setFrame(window, leftScreen.frame);
-  desktop->advance(tick);
+  resize(window, leftScreen.frame);
   EXPECT_TRUE(isFree(leftScreen));
   EXPECT_FALSE(isFree(rightScreen)) << "a filled display ends the hold of the others";
 
@@ -176,14 +157,6 @@ TEST_F(FrontmostTrackingTest, ASpaceSwitchFreesFilledDisplaysAtOnceAndFindsTheNe
   EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 1);
 }
 
-TEST_F(FrontmostTrackingTest, ADisabledDisplayIsNeverShownByATick) {
-  overlays().setDisplayEnablement({{7, false}});
-  openApplication("Front", ordinary);
-  enterFocus();
-  EXPECT_TRUE(isFree(leftScreen));
-  EXPECT_FALSE(isFree(rightScreen));
-}
-
 TEST_F(FrontmostTrackingTest, TicksEndWithFocusAndAnIdleTickChangesNothing) {
   openApplication("Front", ordinary);
   enterFocus();
@@ -195,6 +168,7 @@ TEST_F(FrontmostTrackingTest, TicksEndWithFocusAndAnIdleTickChangesNothing) {
   state().setStandard();
   desktop->advance(1);
   EXPECT_EQ(desktop->mainQueue().pendingCount(), 0u);
+  EXPECT_FALSE(desktop->frameClock().isRunning());
 }
 
 TEST_F(FrontmostTrackingTest, AFadeIntoFocusKeepsItsSevenTenthsOfASecond) {

@@ -19,7 +19,9 @@ class OverlayManagerTest : public SimulatedProgram {
   }
 };
 
-TEST_F(OverlayManagerTest, EveryScreenHasOneInvisibleClickThroughWindow) {
+TEST_F(OverlayManagerTest, EveryScreenWithAnIdHasOneInvisibleClickThroughWindow) {
+  desktop->screens().add({{0, 800, 500, 500}, std::nullopt, "Nameless", 1});
+  desktop->drain();
   ASSERT_EQ(desktop->windows().ownWindows().size(), 2u);
   for (const auto* window : desktop->windows().ownWindows()) {
     EXPECT_FALSE(window->isOnScreen());
@@ -27,14 +29,7 @@ TEST_F(OverlayManagerTest, EveryScreenHasOneInvisibleClickThroughWindow) {
     EXPECT_TRUE(window->configuration().ignoresMouseEvents);
     EXPECT_FALSE(window->configuration().canBecomeKeyWindow || window->configuration().canBecomeMainWindow);
     EXPECT_FALSE(window->configuration().hasShadow || window->configuration().isOpaque);
-    EXPECT_EQ(window->configuration().collectionBehavior, 0x51u);
   }
-}
-
-TEST_F(OverlayManagerTest, AScreenWithoutAnIdGetsNoWindow) {
-  desktop->screens().add({{0, 800, 500, 500}, std::nullopt, "Nameless", 1});
-  desktop->drain();
-  EXPECT_EQ(desktop->windows().ownWindows().size(), 2u);
 }
 
 TEST_F(OverlayManagerTest, FadesTakeTheirTimeAndEndOrderedOut) {
@@ -57,17 +52,15 @@ TEST_F(OverlayManagerTest, FadesTakeTheirTimeAndEndOrderedOut) {
   EXPECT_EQ(window.alpha(), 0);
 
   apply(clean, true);
+  EXPECT_EQ(window.presentationAlpha(), 1) << "at once";
   apply(standard, false, 0.22);
   desktop->advance(0.25);
   EXPECT_FALSE(window.isOnScreen());
-}
 
-TEST_F(OverlayManagerTest, ImmediateNeverFades) {
   apply(clean, true);
-  EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 1);
   apply(standard, true);
-  EXPECT_FALSE(overlay(leftScreen).isOnScreen());
-  EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 0);
+  EXPECT_FALSE(window.isOnScreen()) << "at once";
+  EXPECT_EQ(window.presentationAlpha(), 0);
 }
 
 TEST_F(OverlayManagerTest, AnInterruptedFadeGoesOnFromWhereItIsAndTheWindowStays) {
@@ -86,25 +79,17 @@ TEST_F(OverlayManagerTest, AnInterruptedFadeGoesOnFromWhereItIsAndTheWindowStays
   EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 1);
 }
 
-TEST_F(OverlayManagerTest, TheModeDecidesTheLevel) {
-  apply(clean);
-  EXPECT_EQ(overlay(leftScreen).shownLevel(), -1);
-  apply(focus);
-  EXPECT_EQ(overlay(leftScreen).shownLevel(), 0);
-  apply(clean);
-  EXPECT_EQ(overlay(leftScreen).shownLevel(), -1);
-}
-
 TEST_F(OverlayManagerTest, ADisabledDisplayStaysFreeToThePixel) {
-  const auto before = desktop->render(leftScreen).pixels;
+  openApplication("Front", {100, 100, 400, 300});
+  const auto before = desktop->render(leftScreen).pixels, beforeRight = desktop->render(rightScreen).pixels;
   overlays().setDisplayEnablement({{7, false}, {12345, true}});
-  for (const auto& state : {clean, focus}) {
+  for (const auto& [state, level] : {std::pair{clean, -1}, {focus, 0}, {clean, -1}}) {
     apply(state, true);
     desktop->advance(1);
     EXPECT_FALSE(overlay(leftScreen).isOnScreen());
-    EXPECT_TRUE(overlay(rightScreen).isOnScreen());
+    EXPECT_EQ(overlay(rightScreen).shownLevel(), level);
     EXPECT_EQ(desktop->render(leftScreen).pixels, before);
-    EXPECT_NE(desktop->render(rightScreen).pixels, before);
+    EXPECT_NE(desktop->render(rightScreen).pixels, beforeRight);
   }
   overlays().setDisplayEnablement({{9, false}});
   apply(focus);
@@ -155,15 +140,6 @@ TEST_F(OverlayManagerTest, WakingAppliesTheStateAgainWithoutFades) {
   desktop->workspace().wake();
   desktop->drain();
   EXPECT_EQ(overlay(leftScreen).presentationAlpha(), 1);
-}
-
-TEST_F(OverlayManagerTest, StandardModeLeavesNothingRunning) {
-  apply(focus);
-  desktop->advance(1);
-  apply(standard);
-  desktop->advance(1);
-  EXPECT_FALSE(desktop->frameClock().isRunning());
-  EXPECT_EQ(desktop->mainQueue().pendingCount(), 0u);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ class OverlayPicturesTest : public SimulatedProgram {
     prepareDesktop();
     tasks().setAutomatic(false);
     launch();
-    PreferencesStore::shared().ambientSurfaceRaw = "wallpaper";
+    useSurface("wallpaper");
   }
 
   sim::SimTaskQueue& tasks() { return desktop->taskQueue(); }
@@ -45,6 +45,11 @@ class OverlayPicturesTest : public SimulatedProgram {
     tasks().runAll();
     desktop->drain();
   }
+  void showWhenLoaded() {
+    show();
+    finishTasks();
+  }
+  void useSurface(const char* text) { PreferencesStore::shared().ambientSurfaceRaw = text; }
   int loads() { return desktop->imageLoader().loads(); }
 
   TemporaryFolder folder;
@@ -88,8 +93,7 @@ TEST_F(OverlayPicturesTest, ACustomWallpaperFollowsTheDefaultOneWithACrossFade) 
   EXPECT_EQ(loads(), 2) << "the picture is kept while it is shown";
   EXPECT_EQ(wallpaper().outgoingContents(), nullptr);
   PreferencesStore::shared().ambientWallpaperSourceRaw = "Custom";
-  show();
-  finishTasks();
+  showWhenLoaded();
   EXPECT_NE(shown(), red) << "any other source is the default";
 }
 
@@ -114,8 +118,7 @@ TEST_F(OverlayPicturesTest, ASecondRequestIsDroppedWhileADecodingRuns) {
   EXPECT_EQ(tasks().pendingCount(), 2u) << "the default one and the first one";
   finishTasks();
   EXPECT_EQ(shown(), red);
-  show();
-  finishTasks();
+  showWhenLoaded();
   EXPECT_EQ(shown(), 0xff2040c0) << "asked for again";
 }
 
@@ -123,46 +126,41 @@ TEST_F(OverlayPicturesTest, AFailureIsRememberedUntilAnotherPictureWasAskedFor) 
   const auto broken = folder / "broken.png";
   std::ofstream(broken) << "no picture";
   choose(broken);
-  show();
-  finishTasks();
+  showWhenLoaded();
   const int after = loads();
   EXPECT_NE(shown(), 0u) << "the default one stays";
-  show();
-  finishTasks();
+  showWhenLoaded();
   EXPECT_EQ(loads(), after);
   choose(paint("red.png", red));
-  show();
-  finishTasks();
+  showWhenLoaded();
   EXPECT_EQ(shown(), red);
   desktop->advance(crossFade);
   choose(broken);
-  show();
-  finishTasks();
+  showWhenLoaded();
   EXPECT_EQ(loads(), after + 3) << "the red one, the broken one, and the default one, which nothing had kept";
   EXPECT_NE(shown(), red);
 }
 
 TEST_F(OverlayPicturesTest, OtherSurfacesForgetThePicture) {
   choose(paint("red.png", red));
-  for (const auto& leave : std::vector<std::function<void()>>{[this] { content().apply(standard, false); },
-                                                              [this] {
-                                                                PreferencesStore::shared().ambientSurfaceRaw = "blur";
-                                                                show();
-                                                              }}) {
-    PreferencesStore::shared().ambientSurfaceRaw = "wallpaper";
-    show();
-    finishTasks();
+  for (const bool isHidden : {true, false}) {
+    useSurface("wallpaper");
+    showWhenLoaded();
     ASSERT_EQ(shown(), red);
     const int before = loads();
     content().apply(standard, true);
     show();
     EXPECT_EQ(shown(), red) << "a fade keeps it";
     EXPECT_EQ(loads(), before);
-    leave();
+    if (isHidden) {
+      content().apply(standard, false);
+    } else {
+      useSurface("blur");
+      show();
+    }
     EXPECT_EQ(wallpaper().contents(), nullptr);
-    PreferencesStore::shared().ambientSurfaceRaw = "wallpaper";
-    show();
-    finishTasks();
+    useSurface("wallpaper");
+    showWhenLoaded();
     EXPECT_EQ(loads(), before + 2);
   }
 }
@@ -179,7 +177,6 @@ TEST_F(OverlayPicturesTest, WithoutAnyPictureTheSurfaceShowsNothing) {
 }
 
 TEST_F(OverlayPicturesTest, ALargerDisplayGetsAPictureOfItsSize) {
-  paint("red.png", red);
   const platform::Image large{2000, 1500, std::vector<std::uint32_t>(2000 * 1500, red)};
   ASSERT_TRUE(sim::writePng(large, folder / "red.png"));
   choose(folder / "red.png");
@@ -207,7 +204,7 @@ class HueTest : public OverlayPicturesTest {
  protected:
   void SetUp() override {
     OverlayPicturesTest::SetUp();
-    PreferencesStore::shared().ambientSurfaceRaw = "blur";
+    useSurface("blur");
     PreferencesStore::shared().ambientGradientEnabled = true;
   }
   float hue() { return content().gradientView().accentHue(); }
@@ -243,8 +240,7 @@ TEST_F(HueTest, APictureWithoutOneIsAskedAgainAndChangesNothing) {
     EXPECT_NEAR(hue(), 0.68f, 1e-6);
   }
   desktop->workspace().setDesktopImage(folder / "missing.png");
-  show();
-  finishTasks();
+  showWhenLoaded();
   desktop->workspace().setDesktopImage(std::nullopt);
   show();
   EXPECT_EQ(tasks().pendingCount(), 0u);

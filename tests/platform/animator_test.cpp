@@ -1,7 +1,9 @@
 #include "platform/animator.h"
 
+#include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/manual_desktop.h"
@@ -11,17 +13,25 @@ namespace {
 
 constexpr Animation oneSecond{1, TimingFunction::linear};
 
-class AnimatorTest : public ManualDesktop {};
+class AnimatorTest : public ManualDesktop {
+ protected:
+  using Step = std::function<void(double)>;
+
+  Token animate(Step step, std::function<void()> completion, double duration = 1) {
+    return animator->animate({duration, TimingFunction::linear}, std::move(step), std::move(completion));
+  }
+};
+
+const auto nothing = [](auto...) {};
 
 TEST_F(AnimatorTest, StepsFollowTheClockAndEndWithExactlyOneAndTheCompletion) {
   std::vector<double> steps;
   int completions = 0;
-  const auto token = animator->animate(
-      oneSecond, [&](double part) { steps.push_back(part); },
-      [&] {
-        ++completions;
-        EXPECT_EQ(steps.back(), 1);
-      });
+  const auto token = animate([&](double part) { steps.push_back(part); },
+                             [&] {
+                               ++completions;
+                               EXPECT_EQ(steps.back(), 1);
+                             });
   EXPECT_TRUE(steps.empty()) << "the first step comes with the next frame";
   frameAfter(0.25);
   frameAfter(0.5);
@@ -33,39 +43,30 @@ TEST_F(AnimatorTest, StepsFollowTheClockAndEndWithExactlyOneAndTheCompletion) {
   EXPECT_FALSE(isAnimating());
 }
 
-TEST_F(AnimatorTest, FramesAreAskedForOnlyWhileSomethingMoves) {
+TEST_F(AnimatorTest, FramesAreAskedForUntilTheLastTokenIsDroppedAndNothingFollows) {
+  int calls = 0;
   EXPECT_FALSE(isAnimating());
-  auto first = animator->animate(
-      oneSecond, [](double) {}, [] {});
-  auto second = animator->animate(
-      {2, TimingFunction::linear}, [](double) {}, [] {});
+  const auto first = animate(nothing, nothing);
+  auto second = animate([&](double) { ++calls; }, [&] { ++calls; }, 2);
   frameAfter(1);
   EXPECT_TRUE(isAnimating()) << "the second goes on";
+  EXPECT_EQ(calls, 1);
   second.reset();
   EXPECT_FALSE(isAnimating());
-}
-
-TEST_F(AnimatorTest, NothingFollowsADroppedToken) {
-  int calls = 0;
-  auto token = animator->animate(
-      oneSecond, [&](double) { ++calls; }, [&] { ++calls; });
-  token.reset();
   frameAfter(2);
-  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(calls, 1);
 }
 
 TEST_F(AnimatorTest, AStepMayDropItsOwnTokenAndAnother) {
   int late = 0;
   Token other;
-  Token own = animator->animate(
-      oneSecond,
+  Token own = animate(
       [&](double) {
         own.reset();
         other.reset();
       },
       [&] { ++late; });
-  other = animator->animate(
-      oneSecond, [&](double) { ++late; }, [&] { ++late; });
+  other = animate([&](double) { ++late; }, [&] { ++late; });
   frameAfter(1);
   frameAfter(1);
   EXPECT_EQ(late, 0);
@@ -75,12 +76,7 @@ TEST_F(AnimatorTest, AStepMayDropItsOwnTokenAndAnother) {
 TEST_F(AnimatorTest, ACompletionMayStartTheNextAnimation) {
   int steps = 0;
   Token next;
-  const auto first = animator->animate(
-      oneSecond, [](double) {},
-      [&] {
-        next = animator->animate(
-            oneSecond, [&](double) { ++steps; }, [] {});
-      });
+  const auto first = animate(nothing, [&] { next = animate([&](double) { ++steps; }, nothing); });
   frameAfter(1);
   EXPECT_EQ(steps, 0) << "not in the frame that it was started in";
   EXPECT_TRUE(isAnimating());
@@ -90,10 +86,8 @@ TEST_F(AnimatorTest, ACompletionMayStartTheNextAnimation) {
 
 TEST_F(AnimatorTest, ACompletionMayEndTheAnimator) {
   int late = 0;
-  const auto ends = animator->animate(
-      oneSecond, [](double) {}, [&] { animator.reset(); });
-  const auto after = animator->animate(
-      oneSecond, [&](double) { ++late; }, [&] { ++late; });
+  const auto ends = animate(nothing, [&] { animator.reset(); });
+  const auto after = animate([&](double) { ++late; }, [&] { ++late; });
   frameAfter(1);
   EXPECT_EQ(late, 0);
   EXPECT_FALSE(isAnimating());
@@ -102,56 +96,23 @@ TEST_F(AnimatorTest, ACompletionMayEndTheAnimator) {
 TEST_F(AnimatorTest, ADurationOfNothingEndsWithTheNextFrame) {
   for (const double duration : {0.0, -1.0}) {
     int completions = 0;
-    const auto token = animator->animate(
-        {duration, TimingFunction::easeOut}, [](double) {}, [&] { ++completions; });
+    const auto token = animate(
+        nothing, [&] { ++completions; }, duration);
     EXPECT_EQ(completions, 0);
     frameAfter(0);
     EXPECT_EQ(completions, 1);
   }
 }
 
-TEST_F(AnimatorTest, AnInterruptedValueGoesOnFromWhereItIsAndOnlyTheLastEndIsTold) {
-  Animated<double> value(0);
-  std::vector<int> ends;
-  value.animate(
-      *animator, 1, oneSecond, [] {}, [&] { ends.push_back(1); });
-  EXPECT_EQ(value.model(), 1);
-  EXPECT_EQ(value.presentation(), 0);
-  frameAfter(0.5);
-  EXPECT_DOUBLE_EQ(value.presentation(), 0.5);
-  value.animate(
-      *animator, 0, oneSecond, [] {}, [&] { ends.push_back(2); });
-  EXPECT_DOUBLE_EQ(value.presentation(), 0.5);
-  frameAfter(0.5);
-  EXPECT_DOUBLE_EQ(value.presentation(), 0.25);
-  frameAfter(0.5);
-  EXPECT_EQ(value.presentation(), 0);
-  EXPECT_EQ(ends, std::vector{2});
-  EXPECT_FALSE(value.isRunning());
-}
-
-TEST_F(AnimatorTest, SettingAValueEndsItsAnimationUntold) {
-  Animated<double> value(0);
-  value.animate(
-      *animator, 1, oneSecond, [] { ADD_FAILURE(); }, [] { ADD_FAILURE(); });
-  value.set(0.3);
-  frameAfter(2);
-  EXPECT_EQ(value.presentation(), 0.3);
-  EXPECT_FALSE(isAnimating());
-}
-
 TEST_F(AnimatorTest, AValueMayBeDestroyedOrAnimatedAgainByItsOwnCompletion) {
   auto value = std::make_unique<Animated<double>>(0.0);
   auto* watched = value.get();
   bool again = false;
-  watched->animate(
-      *animator, 1, oneSecond, [] {},
-      [&] {
-        EXPECT_FALSE(watched->isRunning());
-        again = true;
-        watched->animate(
-            *animator, 0, oneSecond, [] {}, [&] { value.reset(); });
-      });
+  watched->animate(*animator, 1, oneSecond, nothing, [&] {
+    EXPECT_FALSE(watched->isRunning());
+    again = true;
+    watched->animate(*animator, 0, oneSecond, nothing, [&] { value.reset(); });
+  });
   frameAfter(1);
   ASSERT_TRUE(again);
   frameAfter(1);

@@ -152,12 +152,6 @@ TEST(PathTest, ArcsRunTheWayTheirAnglesDo) {
   }
   const auto joined = Path().moveTo({}).addArc({10, 0}, 5, 0, 1);
   EXPECT_EQ(joined.segments()[1].verb, Path::Verb::line);
-  EXPECT_TRUE(Path().close().isEmpty());
-}
-
-TEST(PathTest, ScalesThenMoves) {
-  const auto path = rectanglePath({1, 2, 3, 4}).transformed(2, 3, {10, 20});
-  EXPECT_TRUE(isNear(path.controlBounds(), {12, 26, 6, 12}));
 }
 
 }  // namespace

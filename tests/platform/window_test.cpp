@@ -46,13 +46,9 @@ TEST_F(WindowTest, TellsChangesOnlyWhereSomethingChanges) {
   window.orderBelow(8);
   EXPECT_EQ(window.take(), "oo");
   EXPECT_TRUE(window.isVisible());
-}
-
-TEST_F(WindowTest, AnotherLevelBringsTheWindowToTheFrontOfIt) {
-  window.orderBelow(7);
   window.setLevel(windowLevel::aboveDesktop);
-  EXPECT_EQ(window.place(), Window::Place::front);
-  EXPECT_EQ(window.take(), "oo");
+  EXPECT_EQ(window.take(), "o");
+  EXPECT_EQ(window.place(), Window::Place::front) << "of its new level";
 }
 
 TEST_F(WindowTest, AlphaIsToldAtEachFrameAndCompletesAtTheRealEndOnly) {
@@ -114,18 +110,13 @@ TEST_F(ViewTest, EveryVisibleChangeOfAnyViewIsToldToTheWindow) {
 }
 
 TEST_F(ViewTest, AColorChangesFromWhatIsOnScreen) {
-  EXPECT_FALSE(view.layerColor());
   view.setLayerColor({0, 0, 0, 0.2});
   view.animateLayerColor({0, 0, 0, 0.8}, oneSecond);
   frameAfter(0.5);
-  EXPECT_NEAR(view.presentationLayerColor()->alpha, 0.5, 1e-9);
   view.animateLayerColor({0, 0, 0, 0.1}, oneSecond);
-  EXPECT_NEAR(view.presentationLayerColor()->alpha, 0.5, 1e-9);
   EXPECT_EQ(view.layerColor()->alpha, 0.1);
   frameAfter(0.5);
   EXPECT_NEAR(view.presentationLayerColor()->alpha, 0.3, 1e-9);
-  frameAfter(0.5);
-  EXPECT_EQ(view.presentationLayerColor(), view.layerColor());
 }
 
 TEST_F(ViewTest, ContentsFadeAndTheOldOnesAreKeptNoLongerThanNeeded) {
@@ -142,25 +133,18 @@ TEST_F(ViewTest, ContentsFadeAndTheOldOnesAreKeptNoLongerThanNeeded) {
   EXPECT_FALSE(view.outgoingContents());
 }
 
-TEST_F(ViewTest, ContentsSetAtOnceEndAFadeUnderWay) {
-  view.setContents(first);
-  view.setContents(second, oneSecond);
-  frameAfter(0.25);
-  window.take();
-  view.setContents(nullptr);
-  EXPECT_EQ(window.take(), "c");
-  EXPECT_FALSE(view.contents());
-  EXPECT_FALSE(view.outgoingContents());
-  EXPECT_FALSE(isAnimating());
-}
-
-TEST_F(ViewTest, EndingAFadeEarlyIsSeenEvenWhenThePictureStays) {
-  view.setContents(first);
-  view.setContents(second, oneSecond);
-  frameAfter(0.25);
-  window.take();
-  view.setContents(second);
-  EXPECT_EQ(window.take(), "c") << "the old picture is gone from the screen";
+TEST_F(ViewTest, ContentsSetAtOnceEndAFadeUnderWayAlsoWhenThePictureStays) {
+  for (const ImagePtr& next : {ImagePtr(), second}) {
+    view.setContents(first);
+    view.setContents(second, oneSecond);
+    frameAfter(0.25);
+    window.take();
+    view.setContents(next);
+    EXPECT_EQ(window.take(), "c") << "the old picture is gone from the screen";
+    EXPECT_EQ(view.contents(), next);
+    EXPECT_FALSE(view.outgoingContents());
+    EXPECT_FALSE(isAnimating());
+  }
 }
 
 }  // namespace

@@ -55,16 +55,5 @@ TEST_F(CorvaneUpdaterTest, WhereNoNotificationIsShownOnlyAUserWhoAskedIsAnswered
   EXPECT_EQ(messages, std::vector<std::string>{"Hushpane 9.1 is available.\nhttps://example.org/9.1"});
 }
 
-TEST_F(CorvaneUpdaterTest, TheChoiceToCheckIsAnnouncedBeforeItIsWrittenAndKept) {
-  std::vector<bool> announced;
-  const auto observer = updater().observe([&] { announced.push_back(updater().automaticallyChecksForUpdates()); });
-  updater().setAutomaticallyChecksForUpdates(false);
-  EXPECT_EQ(announced, std::vector<bool>{true});
-  EXPECT_FALSE(updater().automaticallyChecksForUpdates());
-  EXPECT_EQ(desktop->updateService().starts(), 1);
-  relaunch();
-  EXPECT_FALSE(updater().automaticallyChecksForUpdates());
-}
-
 }  // namespace
 }  // namespace hushpane::tests

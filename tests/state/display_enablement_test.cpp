@@ -2,33 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <utility>
 
 namespace hushpane {
 namespace {
 
 TEST(DisplayEnablementTest, OnlyDecimalDisplayIdsAreTaken) {
-  const std::pair<const char*, std::optional<platform::DisplayId>> cases[] = {{"0", 0},
-                                                                              {"42", 42},
-                                                                              {"+42", 42},
-                                                                              {"-0", 0},
-                                                                              {"007", 7},
-                                                                              {"4294967295", UINT32_MAX},
-                                                                              {"4294967296", std::nullopt},
-                                                                              {"-1", std::nullopt},
-                                                                              {"", std::nullopt},
-                                                                              {"+", std::nullopt},
-                                                                              {"-", std::nullopt},
-                                                                              {"+-0", std::nullopt},
-                                                                              {"4 ", std::nullopt},
-                                                                              {" 4", std::nullopt},
-                                                                              {"0x4", std::nullopt},
-                                                                              {"abc", std::nullopt},
-                                                                              {"4.0", std::nullopt}};
-  for (const auto& [key, id] : cases) {
-    const DisplayEnablement expected = id ? DisplayEnablement{{*id, false}} : DisplayEnablement{};
-    EXPECT_EQ(decodeDisplayEnablement({{key, false}}), expected) << key;
-  }
+  using Id = std::pair<const char*, platform::DisplayId>;
+  for (const auto& [key, id] :
+       {Id{"0", 0}, Id{"42", 42}, Id{"+42", 42}, Id{"-0", 0}, Id{"007", 7}, Id{"4294967295", UINT32_MAX}})
+    EXPECT_EQ(decodeDisplayEnablement({{key, false}}), (DisplayEnablement{{id, false}})) << key;
+  for (const auto* key : {"4294967296", "-1", "", "+", "-", "+-0", "4 ", " 4", "0x4", "abc", "4.0"})
+    EXPECT_EQ(decodeDisplayEnablement({{key, false}}), DisplayEnablement{}) << key;
 }
 
 TEST(DisplayEnablementTest, OneValueThatIsNoTruthValueDiscardsAll) {

@@ -181,11 +181,6 @@ struct Around {
 // Pages on a simulated desktop; the program itself runs after launch().
 class PageTest : public SimulatedProgram {
  protected:
-  static inline const declarative::Environment light{};
-  static inline const declarative::Environment dark{.appearance = declarative::Appearance::dark,
-                                                    .direction = platform::LayoutDirection::leftToRight,
-                                                    .locale = "en",
-                                                    .foreground = declarative::primary};
   static inline const declarative::Environment rightToLeft{.appearance = declarative::Appearance::light,
                                                            .direction = platform::LayoutDirection::rightToLeft,
                                                            .locale = "ar",

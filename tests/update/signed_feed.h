@@ -17,6 +17,11 @@ inline std::string base64(const unsigned char* bytes, std::size_t size) {
   return text;
 }
 
+inline AppcastEntry unsignedEntry(const std::string& version, const std::string& link,
+                                  const std::string& shortVersion = "") {
+  return {.version = version, .shortVersion = shortVersion, .link = link, .minimumVersion = "", .signature = ""};
+}
+
 // A pair of keys that is the same in every run.
 class Signer {
  public:

@@ -50,11 +50,7 @@ class UpdateCheckTest : public testing::Test {
   }
 
   std::string goodFeed() const {
-    return feedOf(item(signer.sign({.version = "1.3.0",
-                                    .shortVersion = "1.3",
-                                    .link = "https://example.org/1.3.0",
-                                    .minimumVersion = "",
-                                    .signature = ""})));
+    return feedOf(item(signer.sign(unsignedEntry("1.3.0", "https://example.org/1.3.0", "1.3"))));
   }
 
   void serve(SoupServerMessage* message, const std::string& path) {

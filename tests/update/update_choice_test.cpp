@@ -15,11 +15,7 @@ class UpdateChoiceTest : public testing::Test {
   Signer signer, stranger{2};
 
   AppcastEntry entry(const std::string& version) const {
-    return signer.sign({.version = version,
-                        .shortVersion = "",
-                        .link = "https://example.org/" + version,
-                        .minimumVersion = "",
-                        .signature = ""});
+    return signer.sign(unsignedEntry(version, "https://example.org/" + version));
   }
   std::string choose(const std::string& items) const { return chooseRaw(feedOf(items)); }
   std::string chooseRaw(const std::string& feed) const { return chooseUpdate(feed, signer.publicKey(), "1.2.0"); }
@@ -60,8 +56,7 @@ TEST_F(UpdateChoiceTest, TrustsOnlyWhatWasSignedWithTheKey) {
 
 TEST_F(UpdateChoiceTest, LeavesOutOddEntriesEvenIfSigned) {
   const auto signedWith = [this](const std::string& version, const std::string& shortVersion, const std::string& link) {
-    return item(signer.sign(
-        {.version = version, .shortVersion = shortVersion, .link = link, .minimumVersion = "", .signature = ""}));
+    return item(signer.sign(unsignedEntry(version, link, shortVersion)));
   };
   const std::string good = "https://example.org/";
   for (const auto& odd :

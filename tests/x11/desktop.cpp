@@ -36,22 +36,21 @@ void Desktop::chooseMode(const std::string& mode, const std::string& surface, Se
   settings().write(more);
 }
 
-std::unique_ptr<Process> Desktop::spawnHushpane(const std::vector<std::string>& arguments,
-                                                std::vector<std::string> launcher) const {
-  launcher.push_back(HUSHPANE_BINARY);
-  launcher.insert(launcher.end(), arguments.begin(), arguments.end());
-  return std::make_unique<Process>(launcher, environment(), logs());
+std::unique_ptr<Process> Desktop::spawnHushpane(const std::vector<std::string>& arguments) const {
+  std::vector<std::string> command{HUSHPANE_BINARY};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  return std::make_unique<Process>(command, environment(), logs());
 }
 
 // The program has begun when it has published its mode.
-void Desktop::startHushpane(const std::vector<std::string>& arguments, const std::vector<std::string>& launcher) {
+void Desktop::startHushpane(const std::vector<std::string>& arguments) {
   const auto lastPublished = [file = sharedFile().path()] {
     std::error_code missing;
     return std::filesystem::last_write_time(file, missing);
   };
   const auto before = lastPublished();
   untouched_ = settledPicture();
-  hushpane_ = spawnHushpane(arguments, launcher);
+  hushpane_ = spawnHushpane(arguments);
   waitUntil([&] { return lastPublished() != before || !hushpane_->isRunning(); });
   if (lastPublished() == before) {
     const auto status = hushpane_->wait(0ms);

@@ -28,13 +28,12 @@ class Desktop : public testing::Test, protected Session {
   // --- the program ---
   // The settings of somebody who uses that mode with that surface, and more.
   void chooseMode(const std::string& mode, const std::string& surface = "dim", SettingsValues more = {});
-  // Starts the program and waits until it has begun its work. A launcher is a command that becomes the program.
-  void startHushpane(const std::vector<std::string>& arguments = {}, const std::vector<std::string>& launcher = {});
+  // Starts the program and waits until it has begun its work.
+  void startHushpane(const std::vector<std::string>& arguments = {});
   // Starts it beside the first, or where it cannot run, and waits until it is over.
   std::unique_ptr<Process> runHushpane(const std::vector<std::string>& arguments);
   // Starts it beside the first and goes on.
-  std::unique_ptr<Process> spawnHushpane(const std::vector<std::string>& arguments,
-                                         std::vector<std::string> launcher = {}) const;
+  std::unique_ptr<Process> spawnHushpane(const std::vector<std::string>& arguments) const;
   // Asks it to end.
   std::optional<int> stopHushpane() { return hushpane_->terminate(); }
   Process& hushpane() { return *hushpane_; }

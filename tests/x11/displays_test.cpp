@@ -1,4 +1,3 @@
-#include "desktops/x11/display_id.h"
 #include "tests/x11/both_ways.h"
 
 namespace hushpane::x11_tests {
@@ -11,16 +10,13 @@ class Displays : public BothWays {
     writeFile(folder / "resources", text + "\n");
     runTool({"xrdb", "-nocpp", "-load", (folder / "resources").string()});
   }
-  // A window manager moves the windows of a monitor that goes; then the picture is another one.
-  void closeBlue() {
-    blue_.reset();
-    ASSERT_TRUE(shows({1310, 500}, background));
-  }
 };
 HUSHPANE_RUN_BOTH_WAYS(Displays);
 
 TEST_P(Displays, MonitorThatChangesItsSizeIsCoveredAsItIs) {
-  closeBlue();
+  // A window manager moves the windows of a monitor that goes; then the picture is another one.
+  blue_.reset();
+  ASSERT_TRUE(shows({1310, 500}, background));
   chooseMode("focus");
   startHushpane();
   ASSERT_TRUE(showsDimExcept({red_->frameBounds()}));
@@ -39,15 +35,6 @@ TEST_P(Displays, CoversStayWholeWhileTheScaleOfTheDesktopChanges) {
     setResources(std::string("Xft.dpi: ") + dpi);
     EXPECT_TRUE(holdsFor(500ms, [] { return true; }) && showsDimExcept({red_->frameBounds()})) << dpi;
   }
-}
-
-TEST_P(Displays, OneBadValueEnablesEveryDisplay) {
-  const std::string right = std::to_string(x11::displayIdOf("RIGHT", {}));
-  chooseMode(
-      "focus", "dim",
-      {{"hushpane.displayEnablement", "<dict><key>" + right + "</key><false/><key>7</key><string>no</string></dict>"}});
-  startHushpane();
-  EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
 }
 
 }  // namespace

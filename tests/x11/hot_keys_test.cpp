@@ -11,15 +11,15 @@ class HotKeys : public Desktop {
     for (const char* key : {"ctrl", "alt"}) keyboard("keyup", key);
   }
 
-  // Starts the program in standard mode and goes on once it has its keys, which a press of this one shows.
-  void startInStandard(SettingsValues more = {}, const char* key = "s") {
-    chooseMode("standard", "dim", std::move(more));
+  // Starts the program in standard mode and goes on once it has its keys, which a press of one shows.
+  void startInStandard() {
+    chooseMode("standard");
     startHushpane();
-    waitForKeys(key);
+    waitForKeys();
   }
-  void waitForKeys(const char* key = "s") {
+  void waitForKeys() {
     const int before = switches();
-    EXPECT_TRUE(waitUntil([&] { return press(key), switches() > before; }));
+    EXPECT_TRUE(waitUntil([&] { return press("s"), switches() > before; }));
   }
   int switches() const { return std::stoi(settings().value("hushpane.reviewSwitchCount").value_or("0")); }
   // The key in the place of a letter of the ANSI keyboard, whatever the layout writes on it.
@@ -120,24 +120,6 @@ TEST_F(HotKeys, FollowTheirPlacesThroughChangesOfTheKeyboardMap) {
     press("42");
     return sharedFile().value("hushpane.userMode") == "focus";
   }));
-}
-
-TEST_F(HotKeys, EditedShortcutsHoldFromTheNextStart) {
-  // [{"action":"toggleFocus","enabled":true,"keyCode":5,"modifiersRaw":1310720},
-  //  {"action":"setStandard","enabled":false,"keyCode":1,"modifiersRaw":786432}]
-  startInStandard({{"hushpane.shortcuts.v3",
-                    "<data>W3siYWN0aW9uIjoidG9nZ2xlRm9jdXMiLCJlbmFibGVkIjp0cnVlLCJrZXlDb2RlIjo1LCJtb2RpZmllcnNSYXciOjEz"
-                    "MTA3MjB9LHsiYWN0aW9uIjoic2V0U3RhbmRhcmQiLCJlbmFibGVkIjpmYWxzZSwia2V5Q29kZSI6MSwibW9kaWZpZXJzUmF3"
-                    "Ijo3ODY0MzJ9XQ==</data>"}},
-                  "a");
-  press("f");
-  EXPECT_TRUE(holdsFor(300ms, [this] { return sharedFile().value("hushpane.userMode") == "cleanDesktop"; }));
-  keyboard("key", "ctrl+super+g");
-  EXPECT_TRUE(entersMode("focus"));
-  press("s");
-  EXPECT_TRUE(holdsFor(300ms, [this] { return sharedFile().value("hushpane.userMode") == "focus"; }));
-  press("a");
-  EXPECT_TRUE(entersMode("cleanDesktop"));
 }
 
 }  // namespace

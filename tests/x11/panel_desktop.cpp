@@ -5,11 +5,10 @@
 
 namespace hushpane::x11_tests {
 
-void PanelDesktop::startWithIcon(bool hasSeenWelcome, SettingsValues values) {
-  values.insert({{"hasSeenWelcome", xml(hasSeenWelcome)},
-                 {"hushpane.ambientSurface", xml("dim")},
-                 {"hushpane.focusSurface", xml("dim")}});
-  settings().write(values);
+void PanelDesktop::startWithIcon(bool hasSeenWelcome) {
+  settings().write({{"hasSeenWelcome", xml(hasSeenWelcome)},
+                    {"hushpane.ambientSurface", xml("dim")},
+                    {"hushpane.focusSurface", xml("dim")}});
   twin_ = std::make_unique<PanelTwin>(hasSeenWelcome);
   twin_->desktop().userDefaults().set("hushpane.ambientSurface", std::string("dim"));
   twin_->desktop().userDefaults().set("hushpane.focusSurface", std::string("dim"));

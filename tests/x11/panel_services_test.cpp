@@ -6,69 +6,25 @@
 #include "desktops/session/played_service.h"
 #include "desktops/session/portal.h"
 #include "desktops/shared/file_bookmarks.h"
-#include "desktops/shared/template_picture.h"
 #include "state/stored_keys.h"
 #include "tests/x11/panel_desktop.h"
 #include "tests/x11/status_notifier_host.h"
-#include "ui/menu/menu_bar_icon.h"
 #include "ui/preferences/outbound_links.h"
 
 namespace hushpane::x11_tests {
 namespace {
 
-constexpr std::uint16_t escapeCode = 53;
-constexpr Point gear{336, 24};  // on the menu page
-
-class PanelServices : public PanelDesktop {
- protected:
-  // Rests the pointer on the menu, which is behind its tooltips.
-  void movePointer(Point onPanel) {
-    const Rect frame = panels().back(), inside = twin().outline(twin().panelCount() - 1);
-    runTool({"xdotool", "mousemove", std::to_string(int(frame.x + inside.x + onPanel.x)),
-             std::to_string(int(frame.y + inside.y + onPanel.y))});
-    const Rect twinFrame = twin().frame(twin().panelCount() - 1);
-    twin().desktop().pointer().moveTo({twinFrame.x + inside.x + onPanel.x, twinFrame.y + inside.y + onPanel.y});
-    twin().desktop().drain();
-  }
-  void hover(Point onPanel) {
-    movePointer(onPanel);
-    twin().settle();
-    waitForTwin();
-  }
-};
-
 // --- a desktop that shows status notifiers ---
 
-class NotifierPanelX11Test : public PanelServices {
+class NotifierPanelX11Test : public PanelDesktop {
  protected:
   NotifierPanelX11Test() { startBus(); }
 
-  void startHost() {
-    host_.reset();
-    host_ = std::make_unique<StatusNotifierHost>(environment().at("DBUS_SESSION_BUS_ADDRESS"));
-  }
   void startInHost() {
-    startHost();
+    host_ = std::make_unique<StatusNotifierHost>(environment().at("DBUS_SESSION_BUS_ADDRESS"));
     startWithIcon();
-    EXPECT_TRUE(comesToHost());
+    EXPECT_TRUE(StatusNotifierHost::waitUntil([this] { return host_->hasItem() && host_->property("Status"); }));
     twin().desktop().statusItem().setFrameUntold(true);
-  }
-  bool comesToHost() {
-    return StatusNotifierHost::waitUntil([this] { return host_->hasItem() && host_->property("Status"); });
-  }
-  // Whether the host is told to draw the icon of a cover on screen, or that of none, and to say what.
-  testing::AssertionResult showsIcon(bool isActive, const std::string& toolTip) {
-    constexpr int side = 22;
-    const auto wanted = desktops::templatePicture(
-        {menuBarIconSize, [isActive](platform::Canvas& canvas) { drawMenuBarIcon(canvas, isActive); }}, side,
-        desktops::inkOnLight);
-    const auto isShown = [&] {
-      return host_->toolTip() == toolTip &&
-             std::ranges::equal(host_->picture(side), wanted.pixels,
-                                [](auto left, auto right) { return left >> 24 == right >> 24; });
-    };
-    if (StatusNotifierHost::waitUntil(isShown)) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << "it says " << host_->toolTip();
   }
   // The host tells of a click; at no place where it knows none.
   void activate(Point point) {
@@ -84,64 +40,12 @@ class NotifierPanelX11Test : public PanelServices {
     twin().desktop().drain();
     activate(told);
   }
-  // Of the panel in front, without its shadow.
-  Rect outline() {
-    const Rect frame = panels().at(0), inside = twin().outline(0);
-    return {frame.x + inside.x, frame.y + inside.y, inside.width, inside.height};
-  }
 
   std::unique_ptr<StatusNotifierHost> host_;
 };
 
-TEST_P(NotifierPanelX11Test, OpensWhereItsIconWasClickedAndFollowsTheHost) {
-  startInHost();
-  EXPECT_TRUE(showsIcon(false, "Hushpane: Standard"));
-  constexpr Point bar{500, 45};
-  activate(bar);
-  ASSERT_TRUE(hasPanels(1));
-  EXPECT_EQ(center(outline()).x, bar.x);
-  EXPECT_GE(outline().y, bar.y);
-  EXPECT_LE(outline().y, bar.y + 10);
-  EXPECT_TRUE(looksAsItShould());
-  click("Focus");
-  EXPECT_TRUE(entersMode("focus"));
-  EXPECT_TRUE(showsIcon(true, "Hushpane: Focus"));
-  keyboard("keydown", "alt");
-  EXPECT_TRUE(showsIcon(false, "Hushpane: Reveal"));
-  keyboard("keyup", "alt");
-  EXPECT_TRUE(showsIcon(true, "Hushpane: Focus"));
-  activate(bar);
-  EXPECT_TRUE(hasPanels(0)) << "the second click closes";
-
-  activate({1118, 1078});
-  ASSERT_TRUE(hasPanels(1));
-  EXPECT_LE(outline().bottom(), 1078) << "above an icon at the bottom";
-  EXPECT_LE(outline().right(), leftMonitor.right()) << "inside the display";
-  EXPECT_GE(outline().right(), leftMonitor.right() - 20);
-  shot("panel-notifier");
-
-  host_->setHost(false);
-  EXPECT_FALSE(StatusNotifierHost::waitUntil([this] { return panels().empty(); }, 300ms)) << "an open panel stays";
-  key("Escape", escapeCode);
-  host_->setHost(true);
-  EXPECT_TRUE(comesToHost());
-  startHost();
-  ASSERT_TRUE(comesToHost()) << "a watcher that began anew";
-  EXPECT_TRUE(showsIcon(true, "Hushpane: Focus"));
-  activate(bar);
-  EXPECT_TRUE(hasPanels(1));
-  click("Standard");
-  EXPECT_TRUE(showsIcon(false, "Hushpane: Standard"));
-  key("Escape", escapeCode);
-
-  host_.reset();
-  runTool({"xdotool", "mousemove", "300", "300"});
-  EXPECT_EQ(runHushpane({})->wait(), 0);
-  EXPECT_TRUE(hasPanels(1)) << "without a host a second start opens it";
-}
-
 // Such a bar's clicks are clicks elsewhere, too, which come just before.
-TEST_P(NotifierPanelX11Test, ClosesWithTheSecondClickOnABarOfAnotherProgram) {
+TEST_P(NotifierPanelX11Test, OpensAndClosesByClicksOnABarOfAnotherProgram) {
   const auto bar = openWindow({{0, 0, 1120, 40}, {0x404040}, "_NET_WM_WINDOW_TYPE_DOCK"});
   startInHost();
   constexpr Point at{700, 20};
@@ -160,6 +64,13 @@ TEST_P(NotifierPanelX11Test, ClosesWithTheSecondClickOnABarOfAnotherProgram) {
   EXPECT_TRUE(hasPanels(0));
   clickBar(at, at);
   EXPECT_TRUE(hasPanels(1));
+  keyboard("key", "Escape");
+  EXPECT_TRUE(hasPanels(0));
+
+  host_.reset();
+  runTool({"xdotool", "mousemove", "300", "300"});
+  EXPECT_EQ(runHushpane({})->wait(), 0);
+  EXPECT_TRUE(hasPanels(1)) << "without a host a second start opens it";
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, NotifierPanelX11Test, testing::Values(true),
@@ -169,7 +80,7 @@ INSTANTIATE_TEST_SUITE_P(Desktop, NotifierPanelX11Test, testing::Values(true),
 
 constexpr Pixel orange{0xe08020};
 
-class WallpaperPanelX11Test : public PanelServices {
+class WallpaperPanelX11Test : public PanelDesktop {
  protected:
   WallpaperPanelX11Test() {
     startBus();
@@ -202,44 +113,16 @@ class WallpaperPanelX11Test : public PanelServices {
     ++asked_;
     return g_variant_new("(o)", request_.c_str());
   }
-  // The user chooses the picture, or thinks better of it.
-  void answer(bool isChosen) {
+  // The user chooses the picture.
+  void choose() {
     GVariantBuilder results;
     g_variant_builder_init(&results, G_VARIANT_TYPE_VARDICT);
     const std::string uri = "file://" + picture_.string();
     const char* uris[] = {uri.c_str(), nullptr};
-    if (isChosen) g_variant_builder_add(&results, "{sv}", "uris", g_variant_new_strv(uris, -1));
-    portal_->emit(request_, "org.freedesktop.portal.Request", "Response",
-                  g_variant_new("(ua{sv})", isChosen ? 0 : 1, &results));
-    auto& twin = *this->twin().desktop().openPanel();
-    isChosen ? twin.choose(picture_) : twin.cancel();
-    this->twin().settle();
-  }
-
-  // With the card of focus mode, which has the wallpaper.
-  void openCard() {
-    clickIcon();
-    click("Focus");
-    click("Wallpaper");
-    EXPECT_TRUE(showsDefaultWallpaper());
-  }
-  // The middle of the custom slot, from the panel's top left.
-  Point slot() {
-    const auto place = twin().find("Wallpaper");
-    if (!place) throw std::runtime_error("the card has no wallpaper");
-    const Rect inside = twin().outline(0);
-    return {inside.width * 0.72, place->onPanel.y - inside.y + 66};
-  }
-  void askForFile() {
-    const int before = asked_;
-    clickAt(slot());
-    ASSERT_TRUE(session::tests::loopUntil([&] { return asked_ > before; }));
-  }
-  bool showsDefaultWallpaper() const {
-    return waitUntil([this] {
-      const Pixel seen = x().pixel(leftSpot);
-      return !isNear(seen, orange) && !isNear(seen, background) && !isNear(seen, dimmed(background, balanced));
-    });
+    g_variant_builder_add(&results, "{sv}", "uris", g_variant_new_strv(uris, -1));
+    portal_->emit(request_, "org.freedesktop.portal.Request", "Response", g_variant_new("(ua{sv})", 0, &results));
+    twin().desktop().openPanel()->choose(picture_);
+    twin().settle();
   }
   // The picture that the settings hold; empty for none.
   std::filesystem::path storedPicture() const {
@@ -254,67 +137,53 @@ class WallpaperPanelX11Test : public PanelServices {
   int asked_ = 0;
 };
 
-TEST_P(WallpaperPanelX11Test, ShowsAPictureOfOnesOwnUntilItIsRemoved) {
+TEST_P(WallpaperPanelX11Test, ShowsAPictureOfOnesOwn) {
   startPortal();
   startTray();
   startWithIcon();
-  openCard();
-  askForFile();
+  clickIcon();
+  click("Focus");
+  click("Wallpaper");  // and with it a slot for a picture of one's own
+  EXPECT_TRUE(waitUntil([this] {
+    const Pixel seen = x().pixel(leftSpot);
+    return !isNear(seen, background) && !isNear(seen, dimmed(background, balanced));
+  })) << "the default wallpaper";
+  const auto place = twin().find("Wallpaper");
+  ASSERT_TRUE(place);
+  const Rect inside = twin().outline(0);
+  clickAt({inside.width * 0.72, place->onPanel.y - inside.y + 66});
+  ASSERT_TRUE(session::tests::loopUntil([&] { return asked_ > 0; }));
   EXPECT_TRUE(hasPanels(0)) << "nothing lies above the portal's window";
   keyboard("type", "a");
   keyboard("key", "Return");
   EXPECT_TRUE(waitUntil([&] { return red_->typed() == "a\n"; })) << "which can have the keyboard";
-  answer(false);
-  EXPECT_TRUE(holdsFor(300ms, [this] { return showsDefaultWallpaper(); })) << "nobody chose anything";
-  EXPECT_EQ(storedPicture(), "");
-
-  clickIcon();
-  askForFile();
-  answer(true);
+  choose();
   EXPECT_TRUE(shows(leftSpot, orange)) << "although the page that asked is gone";
   EXPECT_TRUE(shows(rightSpot, orange));
   EXPECT_TRUE(waitUntil([this] { return storedPicture() == picture_; })) << storedPicture();
   clickIcon();
   EXPECT_TRUE(looksAsItShould());
-  hover(slot());
-  EXPECT_TRUE(looksAsItShould()) << "with a button to remove it";
   shot("panel-own-wallpaper");
-  const Point middle = slot();
-  clickAt({middle.x + 66, middle.y - 31});
-  EXPECT_TRUE(showsDefaultWallpaper());
-  EXPECT_TRUE(waitUntil([this] { return storedPicture().empty(); }));
-  EXPECT_TRUE(looksAsItShould());
-  shot("panel-removed-wallpaper");
-  askForFile();
-  EXPECT_EQ(asked_, 3) << "another one may be chosen";
-}
-
-TEST_P(WallpaperPanelX11Test, TellsTheSettingWhereNothingCanAskForAFile) {
-  startTray();
-  // All that the program finds on its PATH is what starts it.
-  const auto tools = logs() / "tools";
-  std::filesystem::create_directory(tools);
-  auto launcher = runTool({"sh", "-c", "command -v setpriv"});
-  launcher.pop_back();
-  std::filesystem::create_symlink(launcher, tools / "setpriv");
-  const std::string path = std::exchange(environment().at("PATH"), tools);
-  startWithIcon();
-  environment().at("PATH") = path;
-  twin().desktop().setOpenPanelAbsent(true);
-  openCard();
-  hover(slot());
-  EXPECT_TRUE(hasPanels(2));
-  EXPECT_TRUE(
-      twin().find("Choose a picture in the settings file: " + std::string(storedKeys::customWallpaperBookmarkData)));
-  EXPECT_TRUE(looksAsItShould());
-  shot("panel-no-chooser");
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktop, WallpaperPanelX11Test, testing::Values(false), [](const auto&) { return "Plain"; });
 
 // --- tooltips and links ---
 
-class PanelServicesX11Test : public PanelServices {};
+class PanelServicesX11Test : public PanelDesktop {
+ protected:
+  static constexpr Point gear{336, 24};  // on the menu page
+
+  // Rests the pointer on the menu.
+  void movePointer(Point onPanel) {
+    const Rect frame = panels().back(), inside = twin().outline(twin().panelCount() - 1);
+    runTool({"xdotool", "mousemove", std::to_string(int(frame.x + inside.x + onPanel.x)),
+             std::to_string(int(frame.y + inside.y + onPanel.y))});
+    const Rect twinFrame = twin().frame(twin().panelCount() - 1);
+    twin().desktop().pointer().moveTo({twinFrame.x + inside.x + onPanel.x, twinFrame.y + inside.y + onPanel.y});
+    twin().desktop().drain();
+  }
+};
 
 TEST_P(PanelServicesX11Test, TooltipsComeWhereThePointerRestsAndGoWithIt) {
   startTray();
@@ -329,7 +198,7 @@ TEST_P(PanelServicesX11Test, TooltipsComeWhereThePointerRestsAndGoWithIt) {
   EXPECT_TRUE(looksAsItShould());
   EXPECT_TRUE(leftMonitor.contains(center(panels().front())));
   shot("tooltip-" + wayName());
-  hover({180, 60});
+  movePointer({180, 60});
   EXPECT_TRUE(hasPanels(1));
 }
 

@@ -1,5 +1,3 @@
-#include <csignal>
-
 #include "tests/x11/both_ways.h"
 
 namespace hushpane::x11_tests {
@@ -19,7 +17,7 @@ class Reveal : public BothWays {
     EXPECT_TRUE(isCovered());
   }
   ~Reveal() override {
-    for (const char* key : {"alt", "shift", "super"}) keyboard("keyup", key);
+    for (const char* key : {"alt", "super"}) keyboard("keyup", key);
   }
 
   testing::AssertionResult isCovered() const { return shows(leftSpot, dimmed(background, balanced)); }
@@ -60,31 +58,6 @@ TEST_P(Reveal, HoldingTheKeyAloneLiftsTheCoverAfterTheDebounce) {
   EXPECT_LE(covered - covering, fadeIn + slack);
 }
 
-TEST_P(Reveal, TypingWithTheKeyEndsIt) {
-  keyboard("keydown", "alt");
-  EXPECT_TRUE(shows(leftSpot, background));
-  keyboard("key", "k");
-  EXPECT_TRUE(isCovered());
-  EXPECT_TRUE(staysCovered());
-}
-
-TEST_P(Reveal, TapsShortcutsAndOtherModifiersNeverStartIt) {
-  keyboard("key", "alt");
-  EXPECT_TRUE(staysCovered());
-  keyboard("keydown", "alt");
-  keyboard("key", "k");
-  EXPECT_TRUE(staysCovered());
-  keyboard("keyup", "alt");
-  keyboard("keydown", "super");
-  EXPECT_TRUE(staysCovered());
-  keyboard("keydown", "alt");
-  EXPECT_TRUE(staysCovered());
-  keyboard("keyup", "super");
-  EXPECT_TRUE(shows(leftSpot, background)) << "alone again";
-  keyboard("keydown", "shift");
-  EXPECT_TRUE(isCovered());
-}
-
 TEST_P(Reveal, FollowsTheChosenModifier) {
   stopHushpane();
   chooseMode("focus", "dim", {{"hushpane.revealModifier", xml("command")}});
@@ -92,33 +65,13 @@ TEST_P(Reveal, FollowsTheChosenModifier) {
   ASSERT_TRUE(isCovered());
   keyboard("keydown", "alt");
   EXPECT_TRUE(staysCovered());
-  keyboard("keyup", "alt");
   keyboard("keydown", "super");
-  EXPECT_TRUE(looksUntouched());
+  EXPECT_TRUE(staysCovered()) << "not alone";
+  keyboard("keyup", "alt");
+  EXPECT_TRUE(looksUntouched()) << "alone now";
   EXPECT_TRUE(entersMode("focus")) << "the widget never hears of it";
   keyboard("keyup", "super");
   EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
-}
-
-// From there: no jump of brightness in either direction beyond what a few frames of the fade move.
-TEST_P(Reveal, InterruptedFadeGoesOnFromWhereItIs) {
-  keyboard("keydown", "alt");
-  ASSERT_TRUE(shows(leftSpot, background));
-  ScreenWatch watch(display(), {leftSpot});
-  keyboard("keyup", "alt");
-  std::this_thread::sleep_for(120ms);
-  keyboard("keydown", "alt");
-  ASSERT_TRUE(shows(leftSpot, background));
-  const auto looks = watch.stop();
-  int darkest = background.brightness(), largestStep = 0;
-  for (std::size_t index = 1; index < looks.size(); ++index) {
-    const int now = looks[index].pixels[0].brightness();
-    darkest = std::min(darkest, now);
-    largestStep = std::max(largestStep, std::abs(now - looks[index - 1].pixels[0].brightness()));
-  }
-  const int depth = background.brightness() - dimmed(background, balanced).brightness();
-  EXPECT_LT(darkest, background.brightness() - depth / 10);
-  EXPECT_LT(largestStep, depth / 2);
 }
 
 }  // namespace

@@ -53,7 +53,6 @@ class Session {
   void killCompositor(int signal);
   WindowManager& windowManager() { return *windowManager_; }
   void restartWindowManager();
-  void endWindowManager() { windowManager_.reset(); }
   void endServer() { server_->terminate(); }
 
  private:

@@ -13,7 +13,6 @@ namespace {
 
 using platform::Canvas;
 using platform::Color;
-using platform::LayerEffect;
 using platform::rectanglePath;
 
 constexpr Color white{1, 1, 1, 1};
@@ -22,7 +21,7 @@ constexpr Color blue{0, 0, 1, 1};
 constexpr std::array scales{1.0, 1.25, 1.5, 2.0};
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(CairoCanvasTest, HairlinesAreSharpAtEveryScale) {
+TEST(CairoCanvasTest, HairlinesAreSharpAndNeighboursMeetWithoutAGapAtEveryScale) {
   for (const double scale : scales)
     for (int y = 1; y < 12; ++y) {
       Painted painted(20, 15, scale);
@@ -36,9 +35,7 @@ TEST(CairoCanvasTest, HairlinesAreSharpAtEveryScale) {
   Painted thin(5, 5);
   thin.draw([](Canvas& canvas) { canvas.fill(rectanglePath({0, 1.3, 5, 0.25}), white); });
   EXPECT_EQ(thin.pixel(2, 1), 0xffffffff) << "thinner than a pixel, and still there";
-}
 
-TEST(CairoCanvasTest, NeighboursMeetWithoutAGap) {
   for (const double scale : scales) {
     Painted painted(40, 4, scale);
     painted.draw([](Canvas& canvas) {
@@ -159,12 +156,9 @@ TEST(CairoCanvasTest, ShadowsLieBehindMovedBlurredAndInTheirColor) {
     EXPECT_EQ(painted.at(20, 50), 0xcccc0000) << scale << ": sharp, to the left";
     EXPECT_EQ(painted.at(95, 50), 0u) << scale;
   }
-}
-
-TEST(CairoCanvasTest, EarlierShadowsCoverLaterOnes) {
   Painted painted(40, 20);
   painted.draw([](Canvas& canvas) { drawCard(canvas, {0, 0, 10, 20}, {{red, 0, {10, 0}}, {blue, 0, {15, 0}}}); });
-  EXPECT_EQ(painted.at(17, 10), 0xffff0000);
+  EXPECT_EQ(painted.at(17, 10), 0xffff0000) << "the earlier one covers the later one";
   EXPECT_EQ(painted.at(22, 10), 0xff0000ff);
 }
 
@@ -195,7 +189,7 @@ platform::Image columns() {
   return image;
 }
 
-TEST(CairoCanvasTest, ImagesFillTheirRectangleFromTheirMiddle) {
+TEST(CairoCanvasTest, ImagesAndTemplatesFillTheirRectangleFromTheirMiddle) {
   for (const double scale : scales) {
     Painted painted(40, 40, scale);
     painted.draw([](Canvas& canvas) { canvas.drawImage(columns(), {10, 10, 20, 20}); });
@@ -206,15 +200,11 @@ TEST(CairoCanvasTest, ImagesFillTheirRectangleFromTheirMiddle) {
   }
   const auto exact = Painted(4, 2).draw([](Canvas& canvas) { canvas.drawImage(columns(), {0, 0, 4, 2}); });
   EXPECT_EQ(exact.image.pixels, columns().pixels) << "pixel by pixel";
-}
-
-TEST(CairoCanvasTest, TemplatesTakeTheColorAndKeepTheShape) {
-  platform::Image image{2, 1, {0xff123456, 0x00000000}};
-  const auto painted = Painted(20, 10).draw([&](Canvas& canvas) {
-    canvas.drawTemplate(image, {0, 0, 20, 10}, Color{1, 0, 0, 0.5});
+  const auto colored = Painted(20, 10).draw([](Canvas& canvas) {
+    canvas.drawTemplate({2, 1, {0xff123456, 0x00000000}}, {0, 0, 20, 10}, Color{1, 0, 0, 0.5});
   });
-  EXPECT_EQ(painted.at(2, 5), 0x80800000);
-  EXPECT_EQ(painted.at(18, 5), 0u);
+  EXPECT_EQ(colored.at(2, 5), 0x80800000) << "a template takes the colour and keeps the shape";
+  EXPECT_EQ(colored.at(18, 5), 0u);
 }
 
 TEST(CairoCanvasTest, DrawingsWithoutFiniteNumbersAreLeftOut) {

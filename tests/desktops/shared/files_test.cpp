@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "desktops/shared/property_list.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
@@ -54,10 +53,6 @@ TEST(Files, OnlyRegularFilesOfBoundedSizeAreReadAndNothingIsWaitedFor) {
     EXPECT_FALSE(readFile(path, 5)) << path;
   EXPECT_EQ(readFile(folder / "link", 5)->bytes, "12345");
   EXPECT_FALSE(readFile(folder / "file", 4));
-  PropertyListFiles lists;
-  EXPECT_FALSE(lists.read(folder / "pipe"));
-  EXPECT_TRUE(lists.writeXml(folder / "file", {{"key", 1}}));
-  EXPECT_EQ(lists.read(folder / "link"), (platform::Dictionary{{"key", 1}}));
 }
 
 TEST(Files, AStampTellsReplacedAndRewrittenFilesFromTheOldOne) {

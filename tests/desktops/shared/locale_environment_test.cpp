@@ -2,42 +2,26 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <optional>
+#include <list>
+
+#include "support/environment.h"
 
 namespace hushpane::desktops::tests {
 namespace {
 
 using Languages = std::vector<std::string>;
 
-// Sets the locale of the environment; all as before at the end of the test.
-class LocaleEnvironmentTest : public testing::Test {
- protected:
-  void SetUp() override {
-    for (const char* name : variables)
-      if (const char* value = std::getenv(name)) before_[name] = value;
-    clear();
+// In an environment with these variables, and no others of the locale.
+Languages languages(const std::map<std::string, std::string>& values) {
+  std::list<Environment> variables;
+  for (const char* name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const auto found = values.find(name);
+    variables.emplace_back(name, found == values.end() ? nullptr : found->second.c_str());
   }
-  void TearDown() override {
-    clear();
-    for (const auto& [name, value] : before_) setenv(name.c_str(), value.c_str(), 1);
-  }
+  return LocaleEnvironment().preferredLanguages();
+}
 
-  Languages languages(const std::map<std::string, std::string>& values) {
-    clear();
-    for (const auto& [name, value] : values) setenv(name.c_str(), value.c_str(), 1);
-    return LocaleEnvironment().preferredLanguages();
-  }
-
- private:
-  static constexpr std::array variables{"LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG"};
-  static void clear() {
-    for (const char* name : variables) unsetenv(name);
-  }
-  std::map<std::string, std::string> before_;
-};
-
-TEST_F(LocaleEnvironmentTest, TheVariablesCountInTheirOrder) {
+TEST(LocaleEnvironmentTest, TheVariablesCountInTheirOrder) {
   EXPECT_EQ(languages({}), Languages{});
   EXPECT_EQ(languages({{"LANG", "de"}}), Languages{"de"});
   EXPECT_EQ(languages({{"LANG", "de"}, {"LC_MESSAGES", "fr"}}), Languages{"fr"});
@@ -47,44 +31,36 @@ TEST_F(LocaleEnvironmentTest, TheVariablesCountInTheirOrder) {
   EXPECT_EQ(languages({{"LANG", "de"}, {"LANGUAGE", "ja:fr"}}), (Languages{"ja", "fr"}));
 }
 
-TEST_F(LocaleEnvironmentTest, TheLocaleWithoutTranslationsHasNoLanguages) {
+TEST(LocaleEnvironmentTest, TheLocaleWithoutTranslationsHasNoLanguages) {
   for (const auto* locale : {"C", "POSIX", "C.UTF-8"})
     EXPECT_EQ(languages({{"LANG", locale}, {"LANGUAGE", "fr"}}), Languages{}) << locale;
   EXPECT_EQ(languages({{"LANGUAGE", "fr"}}), Languages{});
   EXPECT_EQ(languages({{"LANG", "de"}, {"LANGUAGE", "fr:C:it"}}), Languages{"fr"}) << "nothing after it counts";
 }
 
-TEST_F(LocaleEnvironmentTest, LocaleNamesBecomeTags) {
-  const std::vector<std::pair<std::string, Languages>> cases{
-      {"de_DE.UTF-8", {"de-DE"}},
-      {"de_AT.UTF-8@euro", {"de-AT"}},
-      {"ca_ES@valencia", {"ca-ES"}},
-      {"sr_RS@latin", {"sr-RS"}},
-      {"EN_gb", {"en-GB"}},
-      {"pt_BR", {"pt-BR"}},
-      {"pt", {"pt-BR"}},
-      {"pt_AO", {"pt-PT"}},
-      {"es_ES", {"es-ES"}},
-      {"es_MX", {"es-419"}},
-      {"es-419", {"es-419"}},
-      {"es", {"es"}},
-      {"zh_CN", {"zh-Hans"}},
-      {"zh_SG.GB2312", {"zh-Hans"}},
-      {"zh", {"zh-Hans"}},
-      {"zh_TW.Big5", {"zh-Hant"}},
-      {"zh_HK", {"zh-Hant"}},
-      {"zh-hant-MY", {"zh-Hant"}},
-      {"nb_NO", {"nb-NO"}},
-      {"no_NO", {"nb-NO"}},
-      {"nn_NO", {"nn-NO", "nb"}},
-      {"iw_IL", {"he-IL"}},
-      {"in", {"id"}},
-      {"mo", {"ro"}},
-  };
-  for (const auto& [name, expected] : cases) EXPECT_EQ(languages({{"LANG", name}}), expected) << name;
+TEST(LocaleEnvironmentTest, LocaleNamesBecomeTags) {
+  const std::map<std::string, std::vector<const char*>> namesOf{{"de-DE", {"de_DE.UTF-8"}},
+                                                                {"de-AT", {"de_AT.UTF-8@euro"}},
+                                                                {"ca-ES", {"ca_ES@valencia"}},
+                                                                {"sr-RS", {"sr_RS@latin"}},
+                                                                {"en-GB", {"EN_gb"}},
+                                                                {"pt-BR", {"pt_BR", "pt"}},
+                                                                {"pt-PT", {"pt_AO"}},
+                                                                {"es-ES", {"es_ES"}},
+                                                                {"es-419", {"es_MX", "es-419"}},
+                                                                {"es", {"es"}},
+                                                                {"zh-Hans", {"zh_CN", "zh_SG.GB2312", "zh"}},
+                                                                {"zh-Hant", {"zh_TW.Big5", "zh_HK", "zh-hant-MY"}},
+                                                                {"nb-NO", {"nb_NO", "no_NO"}},
+                                                                {"he-IL", {"iw_IL"}},
+                                                                {"id", {"in"}},
+                                                                {"ro", {"mo"}}};
+  for (const auto& [tag, names] : namesOf)
+    for (const char* name : names) EXPECT_EQ(languages({{"LANG", name}}), Languages{tag}) << name;
+  EXPECT_EQ(languages({{"LANG", "nn_NO"}}), (Languages{"nn-NO", "nb"}));
 }
 
-TEST_F(LocaleEnvironmentTest, NamesWithoutMeaningArePassedOver) {
+TEST(LocaleEnvironmentTest, NamesWithoutMeaningArePassedOver) {
   EXPECT_EQ(languages({{"LANG", "de"}, {"LANGUAGE", "::/etc/passwd:x:_:.:@:d e:de_:..:fr_FR_FRANC:\xFF\xFE:it:it:"}}),
             (Languages{"de", "it"}));
   std::string endless;

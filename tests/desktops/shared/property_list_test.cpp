@@ -6,7 +6,6 @@
 #include <limits>
 #include <random>
 
-#include "binary_list.h"
 #include "desktops/shared/xml_property_list.h"
 
 namespace hushpane::desktops::tests {
@@ -45,6 +44,56 @@ std::string xml(const std::string& body) {
          "</dict></plist>";
 }
 
+// A property list in the binary form, put together from encoded objects; the first one is the root.
+struct BinaryList {
+  std::vector<std::string> objects;
+  unsigned referenceSize = 1;
+
+  static std::string number(std::uint64_t value, unsigned size) {
+    std::string bytes;
+    for (unsigned byte = size; byte > 0; --byte) bytes += static_cast<char>(value >> (8 * (byte - 1)));
+    return bytes;
+  }
+
+  std::string bytes() const {
+    constexpr unsigned offsetSize = 4;
+    std::string result = "bplist00";
+    std::string table;
+    for (const auto& object : objects) {
+      table += number(result.size(), offsetSize);
+      result += object;
+    }
+    const auto tableAt = result.size();
+    return result + table + std::string(6, '\0') + number(offsetSize, 1) + number(referenceSize, 1) +
+           number(objects.size(), 8) + number(0, 8) + number(tableAt, 8);
+  }
+};
+
+// An object with a short text in ASCII.
+std::string asciiObject(const std::string& text) {
+  return static_cast<char>(0x50 | text.size()) + text;
+}
+
+// A list whose root dictionary has the encoded objects under one-letter keys from "a" on.
+BinaryList binaryDictionary(std::vector<std::string> values) {
+  const auto count = values.size();
+  std::string root(1, static_cast<char>(0xD0 | count));
+  for (std::size_t index = 0; index < 2 * count; ++index) root += static_cast<char>(1 + index);
+  BinaryList list{{root}};
+  for (std::size_t index = 0; index < count; ++index)
+    list.objects.push_back(asciiObject(std::string(1, static_cast<char>('a' + index))));
+  for (auto& value : values) list.objects.push_back(std::move(value));
+  return list;
+}
+
+// The values of the binary form.
+BinaryList everyBinaryValue() {
+  return binaryDictionary({"\x08", "\x09", "\x10\xFF", "\x11\xFF\xFE", "\x12\xFF\xFF\xFF\xFD",
+                           "\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFC", "\x22\x3F\xC0\0\0"s, "\x23\xBF\xF8\0\0\0\0\0\0"s,
+                           "\x33\x3F\xE0\0\0\0\0\0\0"s, "\x42\x01\xFF"s, "\x53ok!"s, "\x63\0\xE9\xD8\x3D\xDE\0"s,
+                           "\xA0"s, "\xD0"s});
+}
+
 // What a list in any form holds under "k".
 std::optional<Value> valueIn(const std::string& bytes) {
   const auto list = parsePropertyList(bytes);
@@ -53,8 +102,7 @@ std::optional<Value> valueIn(const std::string& bytes) {
 }
 
 TEST(PropertyList, GivesBackEverythingThatItWroteAsXml) {
-  const auto written = writeXmlPropertyList(everything());
-  EXPECT_EQ(parsePropertyList(written), everything());
+  EXPECT_EQ(parsePropertyList(writeXmlPropertyList(everything())), everything());
 }
 
 TEST(PropertyList, WritesWellFormedXmlForAnyContent) {
@@ -101,53 +149,37 @@ TEST(PropertyList, ReadsXmlThatOthersWrite) {
 }
 
 TEST(PropertyList, TakesNothingFromBrokenXml) {
-  for (const char* body : {"<integer>1x</integer>",
-                           "<integer/>",
-                           "<integer>- 1</integer>",
-                           "<integer>--1</integer>",
-                           "<real>1,5</real>",
-                           "<real></real>",
-                           "<real>+-1</real>",
-                           "<date>yesterday</date>",
-                           "<date>2023-02-29T00:00:00Z</date>",
-                           "<date>2023-01-01T24:00:00Z</date>",
-                           "<data>A</data>",
-                           "<data>!!!!</data>",
-                           "<data>=AAA</data>",
-                           "<data>A=AA</data>",
-                           "<bogus/>",
-                           "<plist/>",
-                           "text",
-                           "<true>x</true>",
-                           "<string><b/></string>",
-                           "<string>&undefined;</string>",
-                           "<string>\xFF</string>",
-                           "<key>k</key>",
-                           "",
-                           "<key>j</key><true/>",
-                           "<array><key>k</key></array>",
-                           "<true/><true/>",
-                           "</dict>"})
+  const std::map<std::string, std::vector<const char*>> brokenTexts{
+      {"integer", {"1x", "", "- 1", "--1"}},
+      {"real", {"1,5", "", "+-1"}},
+      {"date", {"yesterday", "2023-02-29T00:00:00Z", "2023-01-01T24:00:00Z"}},
+      {"data", {"A", "!!!!", "=AAA", "A=AA"}},
+      {"true", {"x"}},
+      {"string", {"<b/>", "&undefined;", "\xFF"}},
+      {"array", {"<key>k</key>"}},
+  };
+  for (const auto& [element, texts] : brokenTexts)
+    for (const char* text : texts)
+      EXPECT_EQ(parsePropertyList(xml("<" + element + ">" + text + "</" + element + ">")), std::nullopt) << text;
+  for (const char* body : {"<integer/>", "<bogus/>", "<plist/>", "text", "<key>k</key>", "", "<key>j</key><true/>",
+                           "<true/><true/>", "</dict>"})
     EXPECT_EQ(parsePropertyList(xml(body)), std::nullopt) << body;
   for (const char* whole : {"<plist/>", "<plist></plist>", "<plist><true/></plist>", "<plist><dict/><dict/></plist>",
                             "<dict/><dict/>", "<dict/>x", "<plist><dict/></plist><dict/>", "<?xml version=\"1.0\"?>"})
     EXPECT_EQ(parsePropertyList(whole), std::nullopt) << whole;
 }
 
-TEST(PropertyList, CountsNumbersBeyondItsRangeAsAbsent) {
-  const auto list =
-      parsePropertyList(xml("<integer>18446744073709551615</integer><key>j</key><integer>"
-                            "-99999999999999999999999</integer><key>i</key><true/>"));
-  EXPECT_EQ(list, (Dictionary{{"i", true}}));
+TEST(PropertyList, CountsWhatItCannotHoldAsAbsent) {
+  EXPECT_EQ(parsePropertyList(xml("<integer>18446744073709551615</integer><key>j</key>"
+                                  "<integer>-99999999999999999999999</integer><key>i</key><true/>")),
+            (Dictionary{{"i", true}}));
+  const auto binary =
+      binaryDictionary({"\0"s, "\x80\x01"s, "\x14"s + BinaryList::number(0, 8) + BinaryList::number(~0ull, 8),
+                        "\x14"s + BinaryList::number(~0ull, 8) + BinaryList::number(~0ull, 8)});
+  EXPECT_EQ(parsePropertyList(binary.bytes()), (Dictionary{{"d", -1}}));
 }
 
 TEST(PropertyList, ReadsTheBinaryForm) {
-  const auto list =
-      parsePropertyList(binaryDictionary({"\x08", "\x09", "\x10\xFF", "\x11\xFF\xFE", "\x12\xFF\xFF\xFF\xFD",
-                                          "\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFC", "\x22\x3F\xC0\0\0"s,
-                                          "\x23\xBF\xF8\0\0\0\0\0\0"s, "\x33\x3F\xE0\0\0\0\0\0\0"s, "\x42\x01\xFF"s,
-                                          "\x53ok!"s, "\x63\0\xE9\xD8\x3D\xDE\0"s, "\xA0"s, "\xD0"s})
-                            .bytes());
   const Dictionary expected{{"a", false},
                             {"b", true},
                             {"c", 255},
@@ -162,42 +194,35 @@ TEST(PropertyList, ReadsTheBinaryForm) {
                             {"l", "\u00E9\U0001F600"},
                             {"m", Array{}},
                             {"n", Dictionary{}}};
-  EXPECT_EQ(list, expected);
-}
-
-TEST(PropertyList, CountsWhatItCannotHoldInTheBinaryFormAsAbsent) {
-  const auto list = parsePropertyList(
-      binaryDictionary({"\0"s, "\x80\x01"s, "\x14"s + BinaryList::number(0, 8) + BinaryList::number(~0ull, 8),
-                        "\x14"s + BinaryList::number(~0ull, 8) + BinaryList::number(~0ull, 8)})
-          .bytes());
-  EXPECT_EQ(list, (Dictionary{{"d", -1}}));
+  EXPECT_EQ(parsePropertyList(everyBinaryValue().bytes()), expected);
 }
 
 TEST(PropertyList, TakesNothingFromHostileBinaryLists) {
-  const auto whole = [](std::vector<std::string> objects, unsigned referenceSize = 1) {
-    return BinaryList{std::move(objects), referenceSize}.bytes();
+  const auto under = [](std::vector<std::string> objects) {  // the key of the root
+    objects.insert(objects.begin(), {"\xD1\x01\x02"s, asciiObject("k")});
+    return BinaryList{std::move(objects)};
   };
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\0"s, asciiObject("k")})), std::nullopt) << "holds itself";
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\xA1\x03"s, "\xA1\x02"s})), std::nullopt);
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, "\x10\x01"s, "\x09"s})), std::nullopt) << "key is a number";
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x09"s, asciiObject("k"), "\x09"s})), std::nullopt) << "no such object";
-  EXPECT_EQ(parsePropertyList(whole({"\xDF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s})), std::nullopt) << "huge count";
-  EXPECT_EQ(parsePropertyList(whole({"\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}, 8)), std::nullopt);
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x6F\x13\x80\0\0\0\0\0\0\0"s})), std::nullopt);
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x51\xFF"s})), std::nullopt) << "not ASCII";
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), "\x62\0a\xD8\x3D"s})), std::nullopt)
-      << "half a surrogate pair";
+  std::map<std::string, BinaryList> lists{
+      {"holds itself", {{"\xD1\x01\0"s, asciiObject("k")}}},
+      {"arrays hold each other", under({"\xA1\x03"s, "\xA1\x02"s})},
+      {"key is a number", {{"\xD1\x01\x02"s, "\x10\x01"s, "\x09"s}}},
+      {"no such object", {{"\xD1\x01\x09"s, asciiObject("k"), "\x09"s}}},
+      {"huge count", {{"\xDF\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}}},
+      {"huge count of long references", {{"\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s}, 8}},
+      {"huge text", under({"\x6F\x13\x80\0\0\0\0\0\0\0"s})},
+      {"not ASCII", under({"\x51\xFF"s})},
+      {"half a surrogate pair", under({"\x62\0a\xD8\x3D"s})},
+  };
 
-  std::vector<std::string> doubling{"\xD1\x01\x02"s, asciiObject("k")};
+  std::vector<std::string> doubling;
   for (char level = 3; level < 40; ++level) doubling.push_back("\xA2"s + level + level);
   doubling.push_back("\x09");
-  EXPECT_EQ(parsePropertyList(whole(doubling)), std::nullopt) << "2^37 values in a few bytes";
+  lists["2^37 values in a few bytes"] = under(doubling);
 
   std::string many = "\xAF\x11\xC3\x50"s;
   for (int index = 0; index < 50'000; ++index) many += '\x03';
-  const std::string longText = "\x5F\x12\0\x01\0\0"s + std::string(65'536, 'x');
-  EXPECT_EQ(parsePropertyList(whole({"\xD1\x01\x02"s, asciiObject("k"), many, longText})), std::nullopt)
-      << "3 GB of text";
+  lists["3 GB of text"] = under({many, "\x5F\x12\0\x01\0\0"s + std::string(65'536, 'x')});
+  for (const auto& [name, list] : lists) EXPECT_EQ(parsePropertyList(list.bytes()), std::nullopt) << name;
 }
 
 TEST(PropertyList, ReadsOldStyleText) {
@@ -220,34 +245,19 @@ TEST(PropertyList, ReadsOldStyleText) {
 }
 
 TEST(PropertyList, TakesNothingFromBrokenOldStyleText) {
-  for (const auto& text : {"{"s,
-                           "{k=v}"s,
-                           "{k;}"s,
-                           "{k=;}"s,
-                           "{k=v;} x"s,
-                           "{k=\"v;}"s,
-                           "{k=\"\\U\";}"s,
-                           "{k=(a b);}"s,
-                           "{k=<0>;}"s,
-                           "{k=<7\n7>;}"s,
-                           "{k=\u00E9;}"s,
-                           "{k=<0g>;}"s,
-                           "/* {k=v;}"s,
-                           "{k=\"\\UD83D\";}"s,
-                           "{k=\"\\UDE00\";}"s,
-                           "{k=\"\\UD83D\\U0041\";}"s,
-                           "\xFE\xFF\0k\0;\0"s,
-                           "(a)"s,
-                           "<00>"s,
-                           "{k=\"\xFF\";}"s,
-                           ""s,
-                           "  // nothing"s,
-                           "{k=a\0b;}"s,
-                           "\xFE\xFF\0{\0"s,
-                           std::string(100'000, '{'),
-                           "{k=" + std::string(100'000, '('),
-                           std::string(100'000, '\\')})
-    EXPECT_EQ(parsePropertyList(text), std::nullopt) << text.substr(0, 20);
+  for (const auto& value : {""s, "\"v"s, "\"\\U\""s, "(a b)"s, "<0>"s, "<7\n7>"s, "<0g>"s, "\u00E9"s, "\"\\UD83D\""s,
+                            "\"\\UDE00\""s, "\"\\UD83D\\U0041\""s, "\"\xFF\""s, "a\0b"s})
+    EXPECT_EQ(parsePropertyList("{k=" + value + ";}"), std::nullopt) << value;
+  for (const auto& text : {"{"s, "{k=v}"s, "{k;}"s, "{k=v;} x"s, "/* {k=v;}"s, "(a)"s, "<00>"s, ""s, "  // nothing"s,
+                           "a=b; c=d"s, "a=b; c \"d\";"s, "a=b; = ;"s, "a=b; c=\"d;\n\"e\"=\"f\";"s, "a=b; /* c"s,
+                           "\xFE\xFF\0k\0;\0"s, "\xFE\xFF\0{\0"s, "\0k\0=\0v\0;"s, "\xFF\xFEk\0=\0v\0;\0x"s})
+    EXPECT_EQ(parsePropertyList(text), std::nullopt) << text;
+  for (const char* start : {"", "k=", "{k="})
+    for (const char huge : {'{', '(', '\\', '"'})
+      EXPECT_EQ(parsePropertyList(start + std::string(100'001, huge)), std::nullopt) << start << huge;
+  std::string tooMany = "a=b;";
+  for (int count = 0; count < 200'000; ++count) tooMany += "k;";
+  EXPECT_EQ(parsePropertyList(tooMany), std::nullopt);
 }
 
 TEST(PropertyList, BoundsNestingInEveryForm) {
@@ -268,6 +278,57 @@ TEST(PropertyList, BoundsNestingInEveryForm) {
     list.objects.push_back("\x09");
     EXPECT_EQ(valueIn(list.bytes()).has_value(), levels == 100);
   }
+}
+
+// Lists with every kind of value, in each form.
+std::vector<std::string> samples() {
+  return {writeXmlPropertyList(everything()), everyBinaryValue().bytes(),
+          "/* list */ {a = yes; \"b c\" = \"\\U00e9\\n\"; d = (1, 2, <0fbd>); e = {f = g;};}",
+          "\xFF\xFE{\0a\0=\0b\0;\0c\0=\0(\0d\0,\0e\0)\0;\0}\0"s};
+}
+
+TEST(PropertyList, TakesNothingFromAListThatWasCutShort) {
+  for (const auto& sample : samples()) {
+    ASSERT_TRUE(parsePropertyList(sample));
+    const auto end = sample.find_last_not_of('\n') + 1;
+    for (std::size_t size = 0; size < end; ++size)
+      EXPECT_EQ(parsePropertyList(sample.substr(0, size)), std::nullopt) << size << " bytes of " << sample;
+  }
+}
+
+std::string mutated(std::string bytes, std::mt19937& random) {
+  for (auto change = 1 + random() % 4; change > 0 && !bytes.empty(); --change) {
+    const auto at = random() % bytes.size();
+    switch (random() % 5) {
+      case 0: bytes[at] = static_cast<char>(random()); break;
+      case 1: bytes[at] = static_cast<char>(bytes[at] ^ (1 << random() % 8)); break;
+      case 2: bytes.erase(at, 1 + random() % 8); break;
+      case 3: bytes.insert(at, bytes.substr(random() % bytes.size(), random() % 24)); break;
+      case 4: bytes[at] = "\0\xFF<>{}()&;=\"\\/"[random() % 15]; break;
+    }
+  }
+  return bytes;
+}
+
+// What survives a mutation must be sound: it can be stored, and what was stored comes back the same.
+TEST(PropertyList, GivesNothingOrASoundListForAnyMutation) {
+  std::mt19937 random(20260101);
+  int survivors = 0;
+  for (const auto& sample : samples()) {
+    for (int round = 0; round < 8000; ++round) {
+      const auto bytes = mutated(sample, random);
+      const auto list = parsePropertyList(bytes);
+      if (!list) continue;
+      ++survivors;
+      const auto stored = parsePropertyList(writeXmlPropertyList(*list));
+      ASSERT_TRUE(stored) << bytes;
+      const auto written = writeXmlPropertyList(*stored);
+      const auto again = parsePropertyList(written);
+      ASSERT_TRUE(again) << bytes;
+      EXPECT_EQ(writeXmlPropertyList(*again), written) << bytes;
+    }
+  }
+  EXPECT_GT(survivors, 1000);
 }
 
 }  // namespace

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::desktops::tests {
@@ -16,7 +15,7 @@ TEST(ResourceBundle, FindsThePicturesOfItsFolderAndNoOthers) {
   const TemporaryFolder folder;
   fs::create_directories(folder / "inside/folder.png");
   for (const char* name : {"outside.png", "inside/both.png", "inside/both.svg", "inside/drawn.svg", "inside/text.txt"})
-    std::ofstream(folder / name) << "anything";
+    writeFile(folder / name, "anything");
   const ResourceBundle bundle(folder / "inside");
   EXPECT_EQ(bundle.imageURL("both"), folder / "inside/both.png");
   EXPECT_EQ(bundle.imageURL("drawn"), folder / "inside/drawn.svg");
@@ -26,16 +25,18 @@ TEST(ResourceBundle, FindsThePicturesOfItsFolderAndNoOthers) {
 
 TEST(ResourceBundle, FindsTheTextsOfItsFolderAndNoOthers) {
   const TemporaryFolder folder;
-  for (const char* name :
-       {"outside.lproj", "inside/de.lproj", "inside/zh-Hans.lproj", "inside/xx.lproj/Localizable.strings"})
+  for (const char* name : {"outside.lproj", "inside/de.lproj", "inside/it.lproj", "inside/zh-Hans.lproj",
+                           "inside/xx.lproj/Localizable.strings"})
     fs::create_directories(folder / name);
+  const std::string noTexts = "a = (b); c = {d = e;}; f = <00>; g = \"\\0\"; \"h\\0\" = i;";
   for (const char* name : {"outside.lproj", "inside/de.lproj"})
-    writeFile(folder / name / "Localizable.strings", "\"Off\" = \"Aus\";");
+    writeFile(folder / name / "Localizable.strings", "\"Off\" = \"Aus\";" + noTexts);
+  writeFile(folder / "inside/it.lproj/Localizable.strings", "\"Off\" = \"No\"; \"On\"");
   writeFile(folder / "inside/ja.lproj", "no folder");
   const ResourceBundle bundle(folder / "inside");
   ASSERT_TRUE(bundle.localizedStrings("de"));
   EXPECT_EQ(*bundle.localizedStrings("de"), (platform::LocalizedStrings{{"Off", "Aus"}}));
-  for (const auto* code : {"zh-Hans", "xx"}) {
+  for (const auto* code : {"it", "zh-Hans", "xx"}) {
     ASSERT_TRUE(bundle.localizedStrings(code)) << code;
     EXPECT_TRUE(bundle.localizedStrings(code)->empty()) << code;
   }
@@ -45,15 +46,15 @@ TEST(ResourceBundle, FindsTheTextsOfItsFolderAndNoOthers) {
 
 TEST(ResourceFolder, IsNamedOrBesideTheBinaryOrBelowItsPrefix) {
   const TemporaryFolder folder;
-  unsetenv("HUSHPANE_RESOURCES");
-  EXPECT_EQ(resourceFolder(folder / "bin/hushpane"), folder / "share/hushpane");
+  const auto found = [&](const char* named) {
+    const Environment environment("HUSHPANE_RESOURCES", named);
+    return resourceFolder(folder / "bin/hushpane");
+  };
+  EXPECT_EQ(found(nullptr), folder / "share/hushpane");
   fs::create_directories(folder / "bin/resources");
-  EXPECT_EQ(resourceFolder(folder / "bin/hushpane"), folder / "bin/resources");
-  setenv("HUSHPANE_RESOURCES", "", 1);
-  EXPECT_EQ(resourceFolder(folder / "bin/hushpane"), folder / "bin/resources");
-  setenv("HUSHPANE_RESOURCES", "/named", 1);
-  EXPECT_EQ(resourceFolder(folder / "bin/hushpane"), "/named");
-  unsetenv("HUSHPANE_RESOURCES");
+  EXPECT_EQ(found(nullptr), folder / "bin/resources");
+  EXPECT_EQ(found(""), folder / "bin/resources");
+  EXPECT_EQ(found("/named"), "/named");
 }
 
 }  // namespace
