@@ -30,10 +30,6 @@ platform::LocalizedStrings textsOf(platform::Dictionary list) {
 
 }  // namespace
 
-platform::LocalizedStrings parseStringsTable(std::string_view bytes) {
-  return textsOf(parsePropertyList(bytes).value_or(platform::Dictionary{}));
-}
-
 platform::LocalizedStrings readStringsTable(const std::filesystem::path& file) {
   auto list = PropertyListFiles().read(file);
   if (!list) debugLog("cannot read the texts in " + file.string());
