@@ -11,7 +11,8 @@ TEST_F(PageMotion, AMatchedHighlightMovesAsOneAndTurnsWithItsSpeed) {
     std::vector<Element> items;
     for (int index = 0; index < 3; ++index) {
       const auto pill = index == selected ? fill(Capsule{}, red).matchedGeometry({"pill", 1}) : Element();
-      items.push_back(overlaidStack({}, {pill}).frame({.width = 40, .height = 20}));
+      items.push_back(overlaidStack({}, {text("item").frame({.width = 40, .height = 20}), pill})
+                          .frame({.width = 40, .height = 20}));
     }
     return horizontalStack({.spacing = 0}, items).animation(spring(0.4, 0.8), selected);
   });
