@@ -4,8 +4,7 @@
 #include <glibmm/shell.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::session::tests {
@@ -20,14 +19,10 @@ class AutostartLoginItemTest : public testing::Test {
   fs::path everybody = folder / "system/autostart/com.corvane.Hushpane.desktop";
   AutostartLoginItem item{"/bin/sh"};
 
-  AutostartLoginItemTest() {
-    setenv("XDG_CONFIG_HOME", (folder / "user").c_str(), 1);
-    setenv("XDG_CONFIG_DIRS", (folder.path().string() + "/none:" + (folder / "system").string()).c_str(), 1);
-    setenv("XDG_CURRENT_DESKTOP", "Sway:XFCE", 1);
-  }
-  ~AutostartLoginItemTest() override {
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "XDG_CURRENT_DESKTOP"}) unsetenv(name);
-  }
+  Environment ownSettings{"XDG_CONFIG_HOME", (folder / "user").c_str()};
+  Environment everybodysSettings{"XDG_CONFIG_DIRS",
+                                 (folder.path().string() + "/none:" + (folder / "system").string()).c_str()};
+  Environment desktop{"XDG_CURRENT_DESKTOP", "Sway:XFCE"};
 
   static void write(const fs::path& file, const std::string& text) {
     fs::create_directories(file.parent_path());

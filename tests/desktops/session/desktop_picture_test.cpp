@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 
+#include "support/environment.h"
 #include "support/temporary_folder.h"
 
 namespace hushpane::session::tests {
@@ -18,15 +19,14 @@ const platform::Screen screen{{0, 0, 1920, 1080}, 1, "HDMI-1", 1};
 class DesktopPicture : public testing::Test {
  protected:
   TemporaryFolder folder;
-
-  DesktopPicture() { setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1); }
+  Environment settings{"XDG_CONFIG_HOME", folder.path().c_str()};
 
   std::string makeFile(std::string_view name) {
     writeFile(folder / name, "picture");
     return (folder / name).string();
   }
   std::string pictureOf(const char* desktop) {
-    setenv("XDG_CURRENT_DESKTOP", desktop, 1);
+    const Environment inForce("XDG_CURRENT_DESKTOP", desktop);
     return desktopPicture(screen).value_or("").filename();
   }
   void writeSettings(const fs::path& name, const std::string& text) {
@@ -82,7 +82,7 @@ TEST_F(DesktopPictureInGSettings, IsWhatTheDesktopInForceNames) {
   for (const auto* desktop : {"", ":", "gnome", "XGNOME", "X-Cinnamon", "MATE", "XFCE", "KDE", "sway"})
     EXPECT_EQ(pictureOf(desktop), "") << desktop;
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "a key of another type is not asked";
-  unsetenv("XDG_CURRENT_DESKTOP");
+  const Environment none("XDG_CURRENT_DESKTOP", nullptr);
   EXPECT_FALSE(desktopPicture(screen));
 }
 
