@@ -13,6 +13,7 @@ class PanelDesktop : public BothWays {
   static constexpr Pixel trayGround{0x202428};
 
   void startTray() { tray_ = std::make_unique<Tray>(environment(), logs(), x(), trayGround); }
+  void endTray() { tray_.reset(); }
   // Starts the program, and waits for its icon where there is a tray.
   void startWithIcon(bool hasSeenWelcome = true);
 

@@ -116,5 +116,32 @@ TEST_P(PanelX11Test, TheFirstLaunchPointsAtTheIcon) {
   shot("welcome-" + wayName());
 }
 
+TEST_P(PanelX11Test, AnotherTrayGetsTheIconAndWithoutOneASecondStartOpensThePanel) {
+  startBus();
+  startWithIcon();
+  clickIcon();
+  endTray();
+  EXPECT_TRUE(waitUntil([&] { return !icon(); }));
+  startTray();
+  ASSERT_TRUE(waitUntil([&] { return icon().has_value(); }));
+  key("Escape", escapeCode);
+  clickIcon();
+  EXPECT_TRUE(looksAsItShould());
+  key("Escape", escapeCode);
+  endTray();
+  EXPECT_TRUE(waitUntil([&] { return !icon(); }));
+  runTool({"xdotool", "mousemove", "300", "300"});
+  EXPECT_EQ(runHushpane({})->wait(), 0);
+  ASSERT_TRUE(hasPanels(1));
+  twin().desktop().setStatusBar(sim::SimStatusItem::Bar::none);
+  twin().desktop().application().reopen();
+  twin().settle();
+  waitForTwin();
+  const Rect frame = panels().front(), inside = twin().outline(0);
+  EXPECT_NEAR(frame.x + inside.right(), leftMonitor.right(), 8) << "at the top right of the display";
+  EXPECT_NEAR(frame.y + inside.y, 0, 8);
+  EXPECT_TRUE(looksAsItShould());
+}
+
 }  // namespace
 }  // namespace hushpane::x11_tests

@@ -74,5 +74,26 @@ TEST_P(Reveal, FollowsTheChosenModifier) {
   EXPECT_TRUE(showsDimExcept({red_->frameBounds()}));
 }
 
+// From there: no jump of brightness in either direction beyond what a few frames of the fade move.
+TEST_P(Reveal, InterruptedFadeGoesOnFromWhereItIs) {
+  keyboard("keydown", "alt");
+  ASSERT_TRUE(shows(leftSpot, background));
+  ScreenWatch watch(display(), {leftSpot});
+  keyboard("keyup", "alt");
+  std::this_thread::sleep_for(120ms);
+  keyboard("keydown", "alt");
+  ASSERT_TRUE(shows(leftSpot, background));
+  const auto looks = watch.stop();
+  int darkest = background.brightness(), largestStep = 0;
+  for (std::size_t index = 1; index < looks.size(); ++index) {
+    const int now = looks[index].pixels[0].brightness();
+    darkest = std::min(darkest, now);
+    largestStep = std::max(largestStep, std::abs(now - looks[index - 1].pixels[0].brightness()));
+  }
+  const int depth = background.brightness() - dimmed(background, balanced).brightness();
+  EXPECT_LT(darkest, background.brightness() - depth / 10);
+  EXPECT_LT(largestStep, depth / 2);
+}
+
 }  // namespace
 }  // namespace hushpane::x11_tests

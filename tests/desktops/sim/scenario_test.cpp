@@ -232,7 +232,7 @@ TEST_F(PlayScenarioTest, ExpectationsFailWhereTheyDoNotHold) {
   }
 }
 
-TEST_F(PlayScenarioTest, WhatIsNotThereIsABadLine) {
+TEST_F(PlayScenarioTest, ABadLineIsNamedAndWhy) {
   const std::pair<const char*, const char*> cases[] = {
       {"activate Nobody", "1: there is no application or window 'Nobody'\n"},
       {"window a of Nobody at 0 0 size 9 9", "1: 'Nobody' is not running\n"},
@@ -248,23 +248,21 @@ TEST_F(PlayScenarioTest, WhatIsNotThereIsABadLine) {
       {"desktop-picture test.scenario", "1: there is no picture 'test.scenario'\n"},
       {"quit", "1: the program is not running\n"},
       {"launch\nlaunch", "2: the program is running already\n"},
+      {"shot first\nfly", "2: unknown command 'fly'\n"},
   };
   for (const auto& [text, message] : cases) {
     EXPECT_EQ(play(text), 2) << text;
     EXPECT_EQ(error(), message);
   }
-}
-
-TEST_F(PlayScenarioTest, ABadLineIsToldBeforeAnythingIsPlayed) {
-  EXPECT_EQ(play("shot first\nfly"), 2);
-  EXPECT_EQ(error(), "2: unknown command 'fly'\n");
-  EXPECT_FALSE(std::filesystem::exists(pictures / "first.png"));
+  EXPECT_FALSE(std::filesystem::exists(pictures / "first.png")) << "lines are read before any is played";
 }
 
 TEST_F(PlayScenarioTest, FilesThatCannotBeReadOrWrittenAreTold) {
   EXPECT_EQ(playFile(folder.folder() / "missing.scenario"), 2);
   EXPECT_EQ(err.str(), (folder.folder() / "missing.scenario").string() + ": cannot be read\n");
   EXPECT_EQ(playFile(folder.folder()), 2) << "a folder";
+  EXPECT_EQ(play("screen 1 remove\nshot nothing"), 1) << "no picture without a screen";
+  std::filesystem::remove_all(pictures);
   std::ofstream(pictures) << "a file where the folder should be";
   EXPECT_EQ(play("shot name"), 1);
   EXPECT_EQ(error(), "1: cannot write " + (pictures / "name.png").string() + "\n");
