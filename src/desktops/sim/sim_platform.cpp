@@ -32,7 +32,6 @@ std::int32_t SimPlatform::processIdentifier() const {
 }
 
 SimUserDefaults* SimPlatform::userDefaultsSuite(std::string_view name) {
-  if (suitesAbsent_) return nullptr;
   const std::string key(name);
   return &suites_.try_emplace(key, storage_.suites[key], announceDefaults()).first->second;
 }

@@ -96,8 +96,6 @@ class SimPlatform : public platform::Platform {
 
   // From here on the gradient is drawn by this device, which outlives the desktop; null stands for none.
   void setGpuDevice(platform::GpuDevice* device) { gpu_ = device; }
-  // From here on suites cannot be opened, or they can again.
-  void setSuitesAbsent(bool absent) { suitesAbsent_ = absent; }
   // From here on there is no panel to choose files in, or there is one again.
   void setOpenPanelAbsent(bool absent) { openPanelAbsent_ = absent; }
 
@@ -128,7 +126,6 @@ class SimPlatform : public platform::Platform {
   SimScreens screens_;
   SimUserDefaults standardDefaults_;
   std::map<std::string, SimUserDefaults, std::less<>> suites_;
-  bool suitesAbsent_ = false;
   bool defaultsAnnounced_ = false;
   desktops::FluidGradientRenderer gradientRenderer_;
   platform::GpuDevice* gpu_ = &gradientRenderer_;

@@ -5,7 +5,7 @@
 namespace hushpane::sim {
 
 std::optional<std::filesystem::path> SimSharedContainer::url(std::string_view groupIdentifier) {
-  if (isAbsent_ || storage_.folder().empty()) return std::nullopt;
+  if (storage_.folder().empty()) return std::nullopt;
   const auto folder = storage_.groupContainer(groupIdentifier);
   std::error_code error;
   std::filesystem::create_directories(folder, error);

@@ -11,12 +11,8 @@ class SimSharedContainer : public platform::SharedContainer {
 
   std::optional<std::filesystem::path> url(std::string_view groupIdentifier) override;
 
-  // From here on no group has a folder, or each has one again.
-  void setAbsent(bool absent) { isAbsent_ = absent; }
-
  private:
   const Storage& storage_;
-  bool isAbsent_ = false;
 };
 
 }  // namespace hushpane::sim

@@ -37,7 +37,7 @@ class DbusUserNotificationsTest : public testing::Test {
   std::optional<UrlOpener> urls;
   std::optional<DbusUserNotifications> messages;
 
-  std::vector<std::string> capabilities{"body"};
+  const char* capabilities = "(['body'],)";  // in the text form of values
   guint32 nextNumber = 40;
   guint32 replaced = 0;
   std::string title, body;
@@ -66,24 +66,15 @@ class DbusUserNotificationsTest : public testing::Test {
 
   void startServer() {
     notifications.emplace(name, path, server, [this](const auto& method, auto* arguments, const auto&) {
-      return method == "Notify" ? notify(arguments) : tellCapabilities();
+      return method == "Notify" ? notify(arguments) : g_variant_new_parsed(capabilities);
     });
-  }
-
-  GVariant* tellCapabilities() {
-    GVariantBuilder list;
-    g_variant_builder_init(&list, G_VARIANT_TYPE_STRING_ARRAY);
-    for (const auto& capability : capabilities) g_variant_builder_add(&list, "s", capability.c_str());
-    return g_variant_new("(as)", &list);
   }
 
   GVariant* notify(GVariant* arguments) {
     const char *summary = nullptr, *text = nullptr;
     const char** list = nullptr;
-    g_variant_get_child(arguments, 1, "u", &replaced);
-    g_variant_get_child(arguments, 3, "&s", &summary);
-    g_variant_get_child(arguments, 4, "&s", &text);
-    g_variant_get_child(arguments, 5, "^a&s", &list);
+    g_variant_get(arguments, "(&su&s&s&s^a&s@a{sv}i)", nullptr, &replaced, nullptr, &summary, &text, &list, nullptr,
+                  nullptr);
     title = summary, body = text;
     actions.clear();
     for (const char** action = list; *action; ++action) actions.emplace_back(*action);
@@ -114,7 +105,7 @@ TEST_F(DbusUserNotificationsTest, SaysWhatTheServerCanShow) {
   EXPECT_EQ(body, "a < b & <b>c</b>");
   EXPECT_EQ(actions, std::vector<std::string>{});
   EXPECT_EQ(replaced, 0u);
-  capabilities = {"body", "body-markup", "actions"};
+  capabilities = "(['body', 'body-markup', 'actions'],)";
   EXPECT_EQ(post(message), true);
   EXPECT_EQ(body, "a &lt; b &amp; &lt;b&gt;c&lt;/b&gt;");
   EXPECT_EQ(actions, (std::vector<std::string>{"default", "Details", "link", "Details"}));
@@ -125,7 +116,7 @@ TEST_F(DbusUserNotificationsTest, SaysWhatTheServerCanShow) {
 
 TEST_F(DbusUserNotificationsTest, OpensTheLinkOfTheLastMessageOnly) {
   startServer();
-  capabilities = {"actions"};
+  capabilities = "(['actions'],)";
   EXPECT_EQ(post({.title = "old", .body = "", .link = "https://example.org/old"}), true);
   EXPECT_EQ(post(message), true);
   invoke(40, "default");

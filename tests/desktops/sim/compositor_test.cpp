@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 
 #include "desktops/shared/look.h"
 #include "desktops/sim/sim_platform.h"

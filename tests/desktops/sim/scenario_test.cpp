@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <random>
 #include <sstream>
 
+#include "app/hushpane_app.h"
 #include "desktops/sim/play_scenario.h"
 #include "desktops/sim/sim_platform.h"
+#include "support/environment.h"
 #include "support/pictures.h"
 
 namespace hushpane::sim {
@@ -197,6 +200,14 @@ TEST_F(PlayScenarioTest, PlaysAWholeDay) {
   const auto listed = [&](const char* name) { return (pictures / name).string() + "\n"; };
   EXPECT_EQ(out.str(), listed("covered.png") + listed("second.png") + listed("both.png"));
   EXPECT_EQ(contentsOf(pictures / "both.png").substr(1, 3), "PNG");
+}
+
+TEST_F(PlayScenarioTest, PlaysTheTourToItsEndAndTakesEveryPicture) {
+  const Environment own("HUSHPANE_RESOURCES", tour.parent_path().c_str());
+  EXPECT_EQ(playScenario(tour, pictures, {HushpaneApp::launch}, out, err), 0);
+  EXPECT_EQ(err.str(), "");
+  const auto text = out.str();
+  EXPECT_EQ(std::ranges::count(text, '\n'), 25);
 }
 
 TEST_F(PlayScenarioTest, EveryScreenShowsTheDesktopPictureInAspectFill) {

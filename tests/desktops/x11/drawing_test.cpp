@@ -72,9 +72,7 @@ TEST(LayerTest, OnlyWindowsThatPeopleWorkInAreOrdinary) {
     EXPECT_NE(layer(kind, true), 0) << "override-redirect";
     EXPECT_NE(layer(kind, false, true), 0) << "kept above";
   }
-  for (const auto kind : {WindowKind::dock, WindowKind::menu, WindowKind::tooltip, WindowKind::notification,
-                          WindowKind::splash, WindowKind::toolbar, WindowKind::dragIcon})
-    EXPECT_GT(layer(kind), 0);
+  for (const auto kind : {WindowKind::dock, WindowKind::menu, WindowKind::splash}) EXPECT_GT(layer(kind), 0);
   EXPECT_LT(layer(WindowKind::desktop), 0);
 }
 

@@ -7,11 +7,6 @@ namespace {
 
 constexpr double width = 1920;
 
-TEST(HorizontalAxisTest, StepsAreTakenAsTheyAre) {
-  HorizontalAxis mouse;
-  for (const double step : {3.5, -20.0, 0.0, 400.25}) EXPECT_EQ(mouse.step(step, width), step);
-}
-
 TEST(HorizontalAxisTest, PositionsSpanTheDesktop) {
   HorizontalAxis tablet(1000, 33000);
   EXPECT_EQ(tablet.step(1000, width), 0) << "where it begins is no step";
@@ -44,8 +39,7 @@ TEST(HorizontalAxisTest, PositionsThatPassForStepsAreFoundOut) {
 TEST(HorizontalAxisTest, PushingAMouseAgainstTheEdgeReversesNothing) {
   HorizontalAxis mouse;
   for (int index = 0; index < 1000; ++index) EXPECT_GE(mouse.step(12, width), 0);
-  EXPECT_EQ(mouse.step(-12, width), -12);
-  EXPECT_EQ(mouse.step(12, width), 12);
+  for (const double step : {-12.0, 12.0, 0.0, 400.25}) EXPECT_EQ(mouse.step(step, width), step);
 }
 
 }  // namespace

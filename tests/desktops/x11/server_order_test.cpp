@@ -4,6 +4,8 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace hushpane::x11 {
 namespace {
@@ -43,28 +45,22 @@ struct Case {
   const char* after;  // the same as before: nothing is asked of the server
 };
 
+xcb_window_t idOf(char letter) {
+  return static_cast<xcb_window_t>(letter);
+}
 PlacementWish front(char window = '1') {
-  PlacementWish wish;
-  wish.window = static_cast<xcb_window_t>(window);
-  wish.bounds = display;
-  return wish;
+  return {.window = idOf(window), .bounds = display, .newcomers = {}};
 }
 PlacementWish aboveDesktop(char window = '1') {
-  auto wish = front(window);
-  wish.level = platform::windowLevel::aboveDesktop;
-  return wish;
+  return {.window = idOf(window), .level = platform::windowLevel::aboveDesktop, .bounds = display, .newcomers = {}};
 }
-PlacementWish below(char sibling, bool isPlaced = true, char window = '1') {
-  auto wish = front(window);
-  wish.place = Window::Place::below;
-  wish.sibling = static_cast<xcb_window_t>(sibling);
-  wish.isPlaced = isPlaced;
-  return wish;
-}
-PlacementWish belowDespite(char sibling, char newcomer) {
-  auto wish = below(sibling);
-  wish.newcomers = {static_cast<xcb_window_t>(newcomer)};
-  return wish;
+PlacementWish below(char sibling, bool isPlaced = true, char window = '1', std::vector<xcb_window_t> newcomers = {}) {
+  return {.window = idOf(window),
+          .place = Window::Place::below,
+          .sibling = idOf(sibling),
+          .isPlaced = isPlaced,
+          .bounds = display,
+          .newcomers = std::move(newcomers)};
 }
 
 TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
@@ -86,7 +82,7 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
       {"above the strangers already, beneath a dialog", "os1c", below('o'), "os1c"},
       {"another window of the same application is a stranger", "1opr", below('o'), "op1r"},
       {"a stranger on another display does not count", "1oO", below('o'), "1oO"},
-      {"a stranger that has just come is let be, one that stays is not", "1osS", belowDespite('o', 'S'), "os1S"},
+      {"a stranger that has just come is let be, one that stays is not", "1osS", below('o', true, '1', {'S'}), "os1S"},
       {"below a window already, a dock beneath", "bs1o", below('o'), "bs1o"},
       {"in front, beneath docks", "1opr", front(), "op1r"},
       {"in front from above docks", "opr1", front(), "op1r"},

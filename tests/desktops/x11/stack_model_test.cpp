@@ -73,6 +73,9 @@ class StackModelTest : public testing::Test {
 };
 
 TEST_F(StackModelTest, FollowsTheOrderThatEventsTell) {
+  EXPECT_FALSE(create(20, 500)) << "not of the root";
+  EXPECT_FALSE(map(10, 500)) << "not of the root";
+  EXPECT_FALSE(create(10)) << "known already";
   EXPECT_EQ(order(), (Order{10, 11, 12}));
   EXPECT_TRUE(configure(10, 12));
   EXPECT_EQ(order(), (Order{11, 12, 10}));
@@ -106,13 +109,6 @@ TEST_F(StackModelTest, KnowsOuterBoundsAndWhenThePixelsAreNew) {
   EXPECT_TRUE(map(10));
   EXPECT_FALSE(map(10));
   EXPECT_NE(generation(), second) << "mapped";
-}
-
-TEST_F(StackModelTest, IgnoresWhatIsNotOfTheRoot) {
-  EXPECT_FALSE(create(20, 500));
-  EXPECT_FALSE(map(10, 500));
-  EXPECT_FALSE(create(10)) << "known already";
-  EXPECT_EQ(order(), (Order{10, 11, 12}));
 }
 
 TEST_F(StackModelTest, ANewOrderKeepsWhatIsKnown) {
