@@ -132,7 +132,7 @@ testing::AssertionResult ManagedDesktop::sees(const std::vector<Spot>& clear, co
   const auto look = [&] {
     wrong.str("");
     for (const Spot& spot : clear) check(spot, spot.color);
-    for (const Spot& spot : covered) check(spot, dimmed(spot.color, balanced));
+    for (const Spot& spot : covered) check(spot, dimmed(spot.color, darkness_));
     return wrong.str().empty();
   };
   if (waitUntil(look, limit_)) return testing::AssertionSuccess();

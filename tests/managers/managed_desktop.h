@@ -23,6 +23,8 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   void TearDown() override;
 
   const Combination& combination() const { return GetParam(); }
+  // How dark the cover is to be; black where nobody blends what says that it is transparent.
+  double darkness_ = balanced;
   // Runs a case and records how it went. One that the window manager makes impossible must fail.
   void runCase(const std::string& name, const std::function<void()>& body);
   // The picture of the running case.

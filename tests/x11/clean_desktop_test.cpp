@@ -46,6 +46,15 @@ TEST_P(CleanDesktop, BlurSoftensAndDarkensTheDesktopPictureOnly) {
   shot("clean-blur-" + wayName());
 }
 
+TEST_P(CleanDesktop, BlursTransparentWindowsAsTheyAreSeen) {
+  chooseMode("cleanDesktop", "blur");
+  startHushpane();
+  // Such as those that hold icons alone. Without a compositor they hide what lies behind.
+  const auto icons = openWindow({{0, 0, 1920, 1080}, {0}, "_NET_WM_WINDOW_TYPE_DESKTOP", false, 0});
+  EXPECT_TRUE(shows(leftSpot, tinted(hasCompositor() ? background : Pixel{0})));
+  EXPECT_TRUE(shows(red_->spot(), red_->color()));
+}
+
 TEST_P(CleanDesktop, WallpaperFillsEveryDisplay) {
   GdkPixbuf* picture = gdk_pixbuf_new_from_file(HUSHPANE_SOURCE_DIR "/resources/HushpaneDefaultWallpaper.png", nullptr);
   ASSERT_TRUE(picture) << "the default wallpaper is missing";

@@ -33,14 +33,18 @@ TEST_P(Focus, FillingAMonitorFreesThatMonitorOnly) {
     Rect bounds;
     bool fills;
     bool isFrontWindow;  // a window of the monitor's size does not count, so the covers stay beneath the one before
+    std::uint32_t shadow = 0;  // that the application draws inside the window
   };
   for (const Case& now : {Case{"within 12 points of its size", {1125, 5, 790, 1069}, true, false},
                           Case{"93 % of its area", {1120, 0, 800, 1005}, true, true},
-                          Case{"91 % of its area", {1120, 0, 800, 983}, false, true}}) {
+                          Case{"91 % of its area", {1120, 0, 800, 983}, false, true},
+                          Case{"93 % with its shadow", {1120, 0, 800, 1005}, false, true, 20}}) {
     SCOPED_TRACE(now.what);
     // Without the window of the case before, so that none of its fading is seen below.
     EXPECT_TRUE(shows(margin, dimmed(background, balanced)));
     const auto window = openWindow({now.bounds, white});
+    x().setNumbers(window->window(), "_GTK_FRAME_EXTENTS", "CARDINAL",
+                   {now.shadow, now.shadow, now.shadow, now.shadow});
     activate(window->window());
     EXPECT_TRUE(shows(margin, now.fills ? background : dimmed(background, balanced)));
     EXPECT_TRUE(keeps(margin, now.fills ? background : dimmed(background, balanced), 400ms));

@@ -18,6 +18,8 @@ class ActiveWindow {
 
   // Nothing while the manager changes from one to the next, too.
   xcb_window_t get();
+  // Whether the server knows of no later one. A round trip.
+  bool isLatest() { return !manager_.isRunning() || readPublished() == get(); }
   // Called when it may have become another one.
   platform::Token addChangeHandler(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
 

@@ -33,7 +33,16 @@ PixelRect unitsInside(const PixelRect& area, int scale) {
 }
 
 bool looksTheSame(const StackEntry& a, const StackEntry& b) {
-  return a.id == b.id && a.bounds == b.bounds && a.border == b.border && a.contentGeneration == b.contentGeneration;
+  return a.id == b.id && a.bounds == b.bounds && a.border == b.border && a.contentGeneration == b.contentGeneration &&
+         a.facts.opacity == b.facts.opacity && a.facts.frame == b.facts.frame;
+}
+
+// The application's part of a framed window.
+PixelRect insideOf(const StackEntry& entry) {
+  const auto& frame = entry.facts.frame;
+  const PixelRect inside{entry.bounds.x + frame.left, entry.bounds.y + frame.top,
+                         entry.bounds.width - frame.left - frame.right, entry.bounds.height - frame.top - frame.bottom};
+  return inside.isEmpty() ? entry.bounds : inside;
 }
 
 std::vector<xcb_rectangle_t> rectanglesOf(const PixelRegion& region) {
@@ -58,9 +67,11 @@ Backdrop::Backdrop(Connection& connection, Render& render, CoveredWindows& windo
   });
 }
 
-void Backdrop::update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below) {
+void Backdrop::update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below,
+                      WindowLooks looks) {
   auto before = std::exchange(covered_, {});
-  const bool isFresh = overlay != std::exchange(overlay_, overlay) || use_ != use;
+  const bool isFresh =
+      overlay != std::exchange(overlay_, overlay) || looks != std::exchange(looks_, looks) || use_ != use;
   use_ = use;
   if (use != BackdropUse::none) {
     for (const auto& entry : below) {
@@ -121,16 +132,38 @@ xcb_point_t Backdrop::cornerOf(const PixelRect& onRoot) const {
   return {static_cast<std::int16_t>(onRoot.x - overlay_.x), static_cast<std::int16_t>(onRoot.y - overlay_.y)};
 }
 
-// Every pixel is drawn once: from the topmost window down, each where no other was drawn before.
+// From the topmost window down it is found out where each is to be seen; then they are drawn from the root up, so that
+// transparent ones lie over what is behind them. Of all others every pixel is drawn once.
 void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scale) {
   auto* const server = connection_.get();
+  struct Part {
+    const Covered& covered;
+    Region clip;
+  };
   PixelRegion targetAreas;
   for (const auto& area : areas.rects()) targetAreas.add(unitsAround(area, scale));
   const auto rest = makeRegion(connection_, rectanglesOf(targetAreas));
   const auto bounds = areas.bounds().translated(overlay_.x, overlay_.y);
-  for (auto covered = covered_.rbegin(); covered != covered_.rend(); ++covered)
-    if (!covered->entry.bounds.intersection(bounds).isEmpty()) composeWindow(*covered, target, rest, scale);
+  std::vector<Part> parts;
+  for (auto covered = covered_.rbegin(); covered != covered_.rend(); ++covered) {
+    const auto& entry = covered->entry;
+    if (entry.bounds.intersection(bounds).isEmpty() || covered->window->picture(entry) == XCB_NONE) continue;
+    auto clip = regionOf(*covered, scale);
+    const auto own = std::exchange(clip, makeRegion(connection_));
+    xcb_xfixes_intersect_region(server, rest.get(), own.get(), clip.get());
+    if (!isTransparent(entry)) xcb_xfixes_subtract_region(server, rest.get(), own.get(), rest.get());
+    parts.push_back({*covered, std::move(clip)});
+  }
   xcb_xfixes_set_picture_clip_region(server, target.picture.get(), rest.get(), 0, 0);
+  drawRoot(target, scale);
+  for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+    xcb_xfixes_set_picture_clip_region(server, target.picture.get(), part->clip.get(), 0, 0);
+    drawWindow(part->covered, target, scale);
+  }
+  render_.clearClip(target.picture.get());
+}
+
+void Backdrop::drawRoot(const Surface& target, int scale) {
   if (!root_) root_ = background_.picture();
   const PixelRect everything{0, 0, target.width, target.height};
   if (*root_) {
@@ -139,23 +172,40 @@ void Backdrop::compose(const Surface& target, const PixelRegion& areas, int scal
   } else {
     render_.fill(XCB_RENDER_PICT_OP_SRC, target.picture.get(), platform::black, std::span(&everything, 1));
   }
-  render_.clearClip(target.picture.get());
 }
 
-void Backdrop::composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale) {
-  auto* const server = connection_.get();
-  const auto picture = covered.window->picture(covered.entry);
-  if (picture == XCB_NONE) return;
-  const auto own = regionOf(covered, scale);
-  const auto clip = makeRegion(connection_);
-  xcb_xfixes_intersect_region(server, rest.get(), own.get(), clip.get());
-  xcb_xfixes_set_picture_clip_region(server, target.picture.get(), clip.get(), 0, 0);
-  const auto& bounds = covered.entry.bounds;
+// Without a compositor the server shows the colours of transparent windows as they are.
+bool Backdrop::isTransparent(const StackEntry& entry) const {
+  return looks_.areBlended && (entry.facts.opacity < 1 || render_.hasAlpha(entry.visual));
+}
+
+void Backdrop::drawWindow(const Covered& covered, const Surface& target, int scale) {
+  const auto& entry = covered.entry;
+  const auto picture = covered.window->picture(entry);
+  auto pixels = entry.bounds;
+  if (looks_.areFramesPainted && !entry.facts.frame.isEmpty()) {
+    drawFrame(entry, picture, target, scale);
+    pixels = insideOf(entry);
+  }
   const auto area =
-      unitsInside(bounds.translated(-overlay_.x, -overlay_.y), scale).intersection({0, 0, target.width, target.height});
-  const auto origin = render_.place(picture, scale, cornerOf(bounds));
-  render_.composite(XCB_RENDER_PICT_OP_SRC, picture, XCB_NONE, target.picture.get(), origin, area);
-  xcb_xfixes_subtract_region(server, rest.get(), own.get(), rest.get());
+      unitsInside(pixels.translated(-overlay_.x, -overlay_.y), scale).intersection({0, 0, target.width, target.height});
+  const auto origin = render_.place(picture, scale, cornerOf(entry.bounds));
+  Picture mask;
+  if (looks_.areBlended && entry.facts.opacity < 1) mask = render_.makeSolid({0, 0, 0, entry.facts.opacity});
+  render_.composite(isTransparent(entry) ? XCB_RENDER_PICT_OP_OVER : XCB_RENDER_PICT_OP_SRC, picture, mask.get(),
+                    target.picture.get(), origin, area);
+}
+
+// Nobody knows what such a frame looks like; most have the colours of what lies beneath the title.
+void Backdrop::drawFrame(const StackEntry& entry, xcb_render_picture_t picture, const Surface& target, int scale) {
+  const auto inside = insideOf(entry);
+  const double narrowing = static_cast<double>(inside.width) / entry.bounds.width;
+  const double left = inside.x - entry.bounds.x + narrowing * (overlay_.x - entry.bounds.x);
+  const double firstRow = inside.y - entry.bounds.y + 0.5;
+  render_.stretch(picture, desktops::DrawableStretch{narrowing * scale, left}, desktops::DrawableStretch{0, firstRow});
+  const auto area = unitsInside(entry.bounds.translated(-overlay_.x, -overlay_.y), scale)
+                        .intersection({0, 0, target.width, target.height});
+  render_.composite(XCB_RENDER_PICT_OP_SRC, picture, XCB_NONE, target.picture.get(), {0, 0}, area);
 }
 
 // The window's shape; of a smaller picture its rectangle does.

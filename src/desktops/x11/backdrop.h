@@ -19,6 +19,13 @@ enum class BackdropUse {
   watch,  // its pixels, and every change of them
 };
 
+// What becomes of windows on their way to the screen.
+struct WindowLooks {
+  bool areBlended = false;        // a compositor blends those that are transparent with what lies behind
+  bool areFramesPainted = false;  // and paints their frames, which the server does not know then
+  bool operator==(const WindowLooks&) const = default;
+};
+
 // What lies behind one overlay: the root's background and the windows below, in their order. Areas are in pixels of the
 // overlay.
 class Backdrop {
@@ -29,7 +36,7 @@ class Backdrop {
 
   // `below` are the windows that will lie below the overlay and touch it, from bottom to top. Windows that no longer
   // do are held until releaseUncovered(), so that the overlay can be moved first.
-  void update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below);
+  void update(BackdropUse use, const PixelRect& overlay, const std::vector<StackEntry>& below, WindowLooks looks);
   void releaseUncovered() { uncovered_.clear(); }
 
   const PixelRegion& dirty() const { return dirty_; }
@@ -50,7 +57,10 @@ class Backdrop {
   void markDirty(const PixelRect& onRoot);
   xcb_point_t cornerOf(const PixelRect& onRoot) const;
   void damaged(xcb_window_t window, const PixelRect& area);
-  void composeWindow(Covered& covered, const Surface& target, const Region& rest, int scale);
+  bool isTransparent(const StackEntry& entry) const;
+  void drawRoot(const Surface& target, int scale);
+  void drawWindow(const Covered& covered, const Surface& target, int scale);
+  void drawFrame(const StackEntry& entry, xcb_render_picture_t picture, const Surface& target, int scale);
   Region regionOf(const Covered& covered, int scale);
 
   Connection& connection_;
@@ -59,6 +69,7 @@ class Backdrop {
   RootBackground& background_;
   std::function<void()> onDamage_;
   BackdropUse use_ = BackdropUse::none;
+  WindowLooks looks_;
   PixelRect overlay_;
   std::vector<Covered> covered_;
   std::vector<Covered> uncovered_;

@@ -33,13 +33,27 @@ constexpr std::array<std::pair<std::string_view, WindowKind>, 14> kinds{{
     {"_NET_WM_WINDOW_TYPE_DESKTOP", WindowKind::desktop},
 }};
 
-constexpr std::array<std::string_view, 6> relevantProperties{"_NET_WM_WINDOW_TYPE",    "WM_TRANSIENT_FOR",
-                                                             "_NET_WM_STATE",          "_NET_WM_PID",
-                                                             "_NET_WM_WINDOW_OPACITY", "_NET_WM_DESKTOP"};
+constexpr std::string_view shadowProperty = "_GTK_FRAME_EXTENTS";
+constexpr std::string_view frameProperty = "_NET_FRAME_EXTENTS";
+constexpr std::uint32_t insetsLength = 4;
+constexpr std::uint32_t largestInset = 0x3ff;  // pixels; more is nonsense
+
+constexpr std::array<std::string_view, 8> relevantProperties{
+    "_NET_WM_WINDOW_TYPE",    "WM_TRANSIENT_FOR", "_NET_WM_STATE", "_NET_WM_PID",
+    "_NET_WM_WINDOW_OPACITY", "_NET_WM_DESKTOP",  shadowProperty,  frameProperty};
 
 std::optional<std::int32_t> positivePid(std::uint32_t value) {
   if (value == 0 || value > static_cast<std::uint32_t>(std::numeric_limits<std::int32_t>::max())) return std::nullopt;
   return static_cast<std::int32_t>(value);
+}
+
+// Left, right, top, bottom, as both properties have them.
+Insets insetsIn(const std::vector<std::uint32_t>& values) {
+  const bool isSensible = values.size() >= insetsLength &&
+                          std::ranges::all_of(values, [](std::uint32_t value) { return value <= largestInset; });
+  if (!isSensible) return {};
+  const auto pixels = [&values](std::size_t index) { return static_cast<int>(values[index]); };
+  return {pixels(0), pixels(1), pixels(2), pixels(3)};
 }
 
 }  // namespace
@@ -66,6 +80,8 @@ ClientFactsReader::Request ClientFactsReader::ask(StackEntry& entry) {
   request.frameOpacity = askProperty(connection_, entry.id, "_NET_WM_WINDOW_OPACITY", 1);
   request.workspace = askProperty(connection_, client, "_NET_WM_DESKTOP", 1);
   request.owner = askProperty(connection_, client, "WM_TRANSIENT_FOR", 1);
+  request.shadow = askProperty(connection_, client, shadowProperty, insetsLength);
+  request.frame = askProperty(connection_, client, frameProperty, insetsLength);
   request.hasProcess = connection_.extension(Extension::res).has_value();
   if (request.hasProcess) request.process = askOwner(client);
   return request;
@@ -81,11 +97,15 @@ void ClientFactsReader::answer(const Request& request) {
       break;
     }
   }
+  bool isShaded = false;
   for (const auto state : propertyValues(connection_, request.states)) {
     if (state == connection_.atom("_NET_WM_STATE_ABOVE")) facts.isAbove = true;
     if (state == connection_.atom("_NET_WM_STATE_BELOW")) facts.isBelow = true;
     if (state == connection_.atom("_NET_WM_STATE_HIDDEN")) facts.isHidden = true;
+    if (state == connection_.atom("_NET_WM_STATE_SHADED")) isShaded = true;
   }
+  // Some managers call a window hidden of which the title shows.
+  if (isShaded) facts.isHidden = false;
   const auto named = propertyValues(connection_, request.pid);
   if (request.hasProcess) facts.pid = ownerPid(request.process);
   if (!facts.pid && !named.empty()) facts.pid = positivePid(named.front());
@@ -94,6 +114,8 @@ void ClientFactsReader::answer(const Request& request) {
       facts.opacity = std::min(facts.opacity, opacity / double{0xffffffff});
   for (const auto workspace : propertyValues(connection_, request.workspace))
     if (workspace != allWorkspaces) facts.workspace = workspace;
+  facts.shadow = insetsIn(propertyValues(connection_, request.shadow));
+  facts.frame = insetsIn(propertyValues(connection_, request.frame));
   request.entry->facts = facts;
   request.entry->hasFacts = true;
 }

@@ -29,7 +29,7 @@ class ClientFactsReader {
  private:
   struct Request {
     StackEntry* entry;
-    xcb_get_property_cookie_t types, states, pid, opacity, frameOpacity, workspace, owner;
+    xcb_get_property_cookie_t types, states, pid, opacity, frameOpacity, workspace, owner, shadow, frame;
     xcb_res_query_client_ids_cookie_t process;
     bool hasProcess;
   };

@@ -27,7 +27,7 @@ CoverShape CoverShape::around(const std::vector<StackEntry>& below, const std::v
 bool CoverShape::operator==(const CoverShape& other) const {
   const auto isSame = [](const Part& a, const Part& b) {
     return a.isClear == b.isClear && a.window.id == b.window.id && a.window.bounds == b.window.bounds &&
-           a.window.contentGeneration == b.window.contentGeneration;
+           a.window.facts.shadow == b.window.facts.shadow && a.window.contentGeneration == b.window.contentGeneration;
   };
   return isNothing_ == other.isNothing_ && std::ranges::equal(parts_, other.parts_, isSame);
 }
@@ -43,6 +43,9 @@ void CoverShape::apply(Connection& connection, xcb_window_t overlay, const Pixel
   const auto hole = makeRegion(connection);
   for (const auto& part : parts_) {
     const auto own = shapeOf(connection, part.window, bounds);
+    const xcb_rectangle_t body = part.window.bodyBounds().translated(-bounds.x, -bounds.y).toXcb();
+    const auto inBody = makeRegion(connection, std::span(&body, 1));
+    xcb_xfixes_intersect_region(server, own.get(), inBody.get(), own.get());
     if (part.isClear)
       xcb_xfixes_union_region(server, hole.get(), own.get(), hole.get());
     else

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 
+#include "desktops/shared/debug_log.h"
 #include "desktops/x11/own_window.h"
+#include "desktops/x11/property.h"
 
 namespace hushpane::x11 {
 
@@ -12,6 +14,8 @@ namespace {
 
 constexpr double secondsToAnswer = 0.05;  // managers take up to 34 ms
 constexpr std::uint32_t fromPager = 2;    // who asks (EWMH, source indication)
+constexpr int mostFailures = 2;           // to get beneath a window
+constexpr int mostRefusals = 6;           // of states
 
 // What the overlay is to stand between: windows of the manager's, none at the ends.
 struct Neighbours {
@@ -51,14 +55,44 @@ Neighbours neighboursOf(xcb_window_t frame, const std::vector<OrderItem>& items,
 
 }  // namespace
 
-ManagedPlacement::ManagedPlacement(Connection& connection, platform::MainQueue& queue)
-    : connection_(connection), queue_(queue), budget_(secondsToAnswer) {}
+ManagedPlacement::ManagedPlacement(Connection& connection, platform::MainQueue& queue, ActiveWindow& active)
+    : connection_(connection),
+      queue_(queue),
+      budget_(secondsToAnswer),
+      newcomers_(Newcomers::Raise::after, [&active] { return active.isLatest(); }),
+      events_(connection.addEventHandler([this](const auto& event) { handle(event); })) {}
 
 void ManagedPlacement::introduce(const PlacementWish& wish) {
   introduceOwnWindow(connection_, wish.window, overlayName, "_NET_WM_WINDOW_TYPE_NORMAL");
   introduceToManager(connection_, wish.window, wish.bounds, wish.level < platform::windowLevel::normal);
   forbidBypass(connection_, wish.window);
   overlays_[wish.window].isBeneath = wish.level < platform::windowLevel::normal;
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  xcb_change_window_attributes(connection_.get(), wish.window, XCB_CW_EVENT_MASK, &events);
+}
+
+void ManagedPlacement::activationChanged() {
+  budget_.renew();
+  for (auto& [window, overlay] : overlays_) overlay.failures = 0;
+}
+
+void ManagedPlacement::handle(const xcb_generic_event_t& event) {
+  if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
+  const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+  if (property.atom == connection_.atom("_NET_WM_STATE") && overlays_.contains(property.window))
+    refuseStates(property.window);
+}
+
+// A manager may take a window without a frame, as large as the display, for one of full screen, and put its bars away.
+void ManagedPlacement::refuseStates(xcb_window_t overlay) {
+  constexpr std::uint32_t longestList = 32, remove = 0;
+  const auto states = propertyValues(connection_, overlay, "_NET_WM_STATE", longestList);
+  for (const auto name : {"_NET_WM_STATE_FULLSCREEN", "_NET_WM_STATE_MAXIMIZED_VERT", "_NET_WM_STATE_MAXIMIZED_HORZ"}) {
+    if (std::ranges::find(states, connection_.atom(name)) == states.end()) continue;
+    if (++overlays_[overlay].states > mostRefusals) return;
+    desktops::debugLog(std::string("the window manager gave a cover the state ") + name);
+    tell(overlay, "_NET_WM_STATE", {remove, connection_.atom(name), 0, fromPager, 0});
+  }
 }
 
 void ManagedPlacement::forget(xcb_window_t overlay) {
@@ -86,10 +120,13 @@ void ManagedPlacement::planOne(const PlacementWish& wish, const std::vector<Stac
     return;
   }
   if (entry->id != wish.window && std::exchange(overlay.frame, entry->id) != entry->id) passClicksThrough(entry->id);
+  if (std::exchange(overlay.sibling, wish.sibling) != wish.sibling) overlay.failures = 0;
   auto placed = wish;
   placed.window = entry->id;
+  placed.sparesOwners = true;
+  placed.isHollow = overlay.failures > mostFailures && wish.sibling != XCB_WINDOW_NONE;
   placed.newcomers = newcomers_.above(wish, items, queue_.now());
-  if (!placed.newcomers.empty()) plan.recheck = Newcomers::secondsOfGrace;
+  if (!placed.newcomers.empty()) plan.recheckIn(Newcomers::secondsOfGrace);
   const auto steps = restacksFor(placed, items);
   const bool isAtLevel = overlay.isBeneath == (wish.level < platform::windowLevel::normal);
   if (steps.empty()) overlay.isShown = true;
@@ -101,26 +138,34 @@ void ManagedPlacement::planOne(const PlacementWish& wish, const std::vector<Stac
 void ManagedPlacement::ask(const PlacementWish& wish, const StackEntry& entry, const std::vector<Restack>& steps,
                            const std::vector<StackEntry>& stack, std::vector<OrderItem>& items, PlacementPlan& plan) {
   const auto verdict = budget_.ask(wish, items, queue_.now());
-  const auto before = std::ranges::find(items, entry.id, &OrderItem::id) - items.begin();
-  for (const auto& step : steps) x11::carryOut(step, items);  // as it will be, now or when the manager has answered
+  const bool isBeneath = wish.level < platform::windowLevel::normal;
   if (verdict == RestackBudget::Verdict::lost) {
+    plan.recheckIn(budget_.secondsOfQuiet(wish.window) + RestackBudget::secondsToWait);
     if (!steps.empty()) outcome_ = Outcome::failed;
+    if (coversWindows(wish, items)) plan.waiting.insert(wish.window);
     return;
   }
   if (outcome_ == Outcome::placed) outcome_ = Outcome::open;
-  plan.recheck = RestackBudget::secondsToWait;
+  plan.recheckIn(RestackBudget::secondsToWait);
+  const auto place = [&entry](const auto& order) {
+    return std::ranges::find(order, entry.id, &OrderItem::id) - order.begin();
+  };
+  auto expected = items;
+  for (const auto& step : steps) x11::carryOut(step, expected);
+  const bool isRaised = place(expected) > place(items);
+  const auto neighbours = neighboursOf(entry.id, expected, stack);
+  // What it is to leave clear is found out where it will be. Until it is lowered, it is where it is.
+  if (isRaised || isBeneath) items = std::move(expected);
   if (verdict == RestackBudget::Verdict::wait) return;
+  auto& overlay = overlays_[wish.window];
+  if (!steps.empty()) ++overlay.failures;
   plan.requests.push_back({wish, entry.bounds != wish.bounds});
-  if (wish.level < platform::windowLevel::normal) return;
-  // Some managers only lower on a request for below, and only raise on one for above. After a change of the level
-  // nobody knows where the window will be.
-  const auto neighbours = neighboursOf(entry.id, items, stack);
-  const auto after = std::ranges::find(items, entry.id, &OrderItem::id) - items.begin();
-  const bool isNewLevel = overlays_[wish.window].isBeneath;
-  if (neighbours.above && (after < before || isNewLevel))
-    plan.steps.push_back({wish.window, neighbours.above, XCB_STACK_MODE_BELOW});
-  if (neighbours.below && (after > before || isNewLevel))
+  if (isBeneath) return;
+  // Some managers only lower on a request for below, and only raise on one for above, one of them too far. After a
+  // change of the level nobody knows where the window will be.
+  if (neighbours.below && (isRaised || overlay.isBeneath))
     plan.steps.push_back({wish.window, neighbours.below, XCB_STACK_MODE_ABOVE});
+  if (neighbours.above) plan.steps.push_back({wish.window, neighbours.above, XCB_STACK_MODE_BELOW});
 }
 
 void ManagedPlacement::carryOut(const PlacementPlan& plan) {

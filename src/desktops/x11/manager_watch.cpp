@@ -54,6 +54,7 @@ void ManagerWatch::read() {
       supported.insert(atom);
   if (check == checkWindow_ && supported == supported_) return;
   checkWindow_ = check;
+  name_ = propertyText(connection_, check, "_NET_WM_NAME");
   supported_ = std::move(supported);
   handlers_.forEach([](const auto& handler) { handler(); });
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <set>
+#include <string>
 #include <string_view>
 
 #include "desktops/x11/connection.h"
@@ -23,6 +24,10 @@ class ManagerWatch {
   // Whether the manager itself has made the window, so that it is the same program.
   bool owns(xcb_window_t window) const;
 
+  // Whether it composites by itself and paints the frames of windows only then, so that the server's pixels of them are
+  // none of its own.
+  bool paintsFrames(xcb_window_t compositor) const { return owns(compositor) && name_ == "KWin"; }
+
   // Called when another manager has taken over, when it is gone, and when it understands other hints than before.
   platform::Token addChangeHandler(std::function<void()> handler) { return handlers_.add(std::move(handler)); }
 
@@ -34,6 +39,7 @@ class ManagerWatch {
   Connection& connection_;
   platform::MainQueue& queue_;
   xcb_window_t checkWindow_ = XCB_WINDOW_NONE;
+  std::string name_;
   std::set<xcb_atom_t> supported_;
   platform::WorkItem reading_;
   platform::HandlerList<void()> handlers_;

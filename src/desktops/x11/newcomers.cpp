@@ -1,25 +1,30 @@
 #include "desktops/x11/newcomers.h"
 
-#include <limits>
 #include <utility>
 
 namespace hushpane::x11 {
 
 std::vector<xcb_window_t> Newcomers::above(const PlacementWish& wish, std::span<const OrderItem> stack, double now) {
-  constexpr double always = -std::numeric_limits<double>::infinity();
   auto& known = known_[wish.window];
   const bool isJustActive = std::exchange(known.sibling, wish.sibling) != wish.sibling;
-  const double arrival = isJustActive && raise_ == Raise::before ? always : now;
-  const auto before = isJustActive ? std::map<xcb_window_t, double>{} : std::exchange(known.since, {});
-  known.since.clear();
+  const Arrival arrival{now, isJustActive && raise_ == Raise::before};
+  const auto before = std::exchange(known.arrivals, {});
   std::vector<xcb_window_t> newcomers;
   for (const auto window : strangersAbove(wish, stack)) {
     const auto found = before.find(window);
-    const double since = found == before.end() ? arrival : found->second;
-    known.since.emplace(window, since);
-    if (now - since < secondsOfGrace) newcomers.push_back(window);
+    const bool isNew = isJustActive || found == before.end();
+    auto& current = known.arrivals.emplace(window, isNew ? arrival : found->second).first->second;
+    if (!isOver(current, now)) newcomers.push_back(window);
   }
   return newcomers;
+}
+
+bool Newcomers::isOver(Arrival& arrival, double now) const {
+  if (!arrival.isOver && now - arrival.time >= secondsOfGrace) {
+    arrival.isOver = isActiveKnown_();
+    arrival.time = now;
+  }
+  return arrival.isOver;
 }
 
 }  // namespace hushpane::x11

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "desktops/x11/server_order.h"
@@ -16,18 +18,28 @@ class Newcomers {
   enum class Raise { before, after };
   static constexpr double secondsOfGrace = 0.05;
 
-  explicit Newcomers(Raise raise) : raise_(raise) {}
+  // `isActiveKnown` asks the server whether the window that is active there is known here: who was held up may have
+  // the news still to read.
+  Newcomers(Raise raise, std::function<bool()> isActiveKnown)
+      : raise_(raise), isActiveKnown_(std::move(isActiveKnown)) {}
 
   // The windows above the wish's sibling that may be about to become active themselves. `now` is in monotonic seconds.
   std::vector<xcb_window_t> above(const PlacementWish& wish, std::span<const OrderItem> stack, double now);
   void forget(xcb_window_t overlay) { known_.erase(overlay); }
 
  private:
+  struct Arrival {
+    double time = 0;
+    bool isOver = false;  // it stays
+  };
   struct Known {
     xcb_window_t sibling = XCB_WINDOW_NONE;
-    std::map<xcb_window_t, double> since;  // when each of them came
+    std::map<xcb_window_t, Arrival> arrivals;
   };
+  bool isOver(Arrival& arrival, double now) const;
+
   Raise raise_;
+  std::function<bool()> isActiveKnown_;
   std::map<xcb_window_t, Known> known_;
 };
 

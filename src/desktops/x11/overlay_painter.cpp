@@ -49,11 +49,11 @@ void OverlayPainter::setPicture(OverlayPicture picture, bool isContentChanged) {
   if (isContentChanged || needs != needs_ || picture.bounds != picture_.bounds) isAllDirty_ = true;
   needs_ = needs;
   picture_ = std::move(picture);
-  backdrop_.update(needs_.use, picture_.bounds, picture_.below);
+  backdrop_.update(needs_.use, picture_.bounds, picture_.below, {picture_.isComposited, picture_.areFramesPainted});
 }
 
 void OverlayPainter::release() {
-  backdrop_.update(BackdropUse::none, {}, {});
+  backdrop_.update(BackdropUse::none, {}, {}, {});
   backdrop_.releaseUncovered();
   for (int round = 0; round < 2; ++round) {
     images_.freeUnused();

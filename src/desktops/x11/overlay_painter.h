@@ -19,6 +19,7 @@ struct OverlayPicture {
   double alpha = 1;               // of the window as a whole
   bool isComposited = false;      // a compositor blends the window with what lies behind
   bool desktopBlurs = false;      // and blurs what lies behind it
+  bool areFramesPainted = false;  // and paints the frames of windows by itself
   std::vector<StackEntry> below;  // bottom to top; those that touch the bounds
 };
 

@@ -93,7 +93,7 @@ std::vector<StackEntry> OverlayStage::windowsBelow(const X11Window& window,
   for (const auto id : order) {
     if (own && id == own->id) break;
     const auto* entry = services_.tree.topLevelOf(id);
-    if (!entry || !entry->isVisible() || entry->isOwn) continue;
+    if (!entry || !entry->isOnScreen() || entry->isOwn) continue;
     if (!entry->bounds.intersection(window.bounds()).isEmpty()) below.push_back(*entry);
   }
   return below;

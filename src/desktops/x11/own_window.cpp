@@ -47,6 +47,10 @@ void introduceToManager(Connection& connection, xcb_window_t window, const Pixel
   const std::array<std::uint32_t, 9> hints{hasInput | hasState, 0, normalState};
   setWindowNumbers(connection, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, hints);
 
+  // A window that says that it draws its own frame is not taken for one of full screen.
+  setWindowNumbers(connection, window, connection.atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL,
+                   std::array<std::uint32_t, 4>{});
+
   // A size that cannot change keeps some managers from maximising a window as large as the display.
   constexpr std::uint32_t userPosition = 1, userSize = 2, smallest = 16, largest = 32;
   const auto x = static_cast<std::uint32_t>(bounds.x), y = static_cast<std::uint32_t>(bounds.y);

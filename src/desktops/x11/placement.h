@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -25,6 +26,8 @@ struct PlacementPlan {
   std::map<xcb_window_t, std::vector<xcb_window_t>> clear;  // what an overlay above it must not hide, by overlay
   std::set<xcb_window_t> waiting;                           // overlays that may not be seen yet where they are
   std::optional<double> recheck;                            // seconds until it is to be planned again, come what may
+
+  void recheckIn(double seconds) { recheck = std::min(recheck.value_or(seconds), seconds); }
 };
 
 // Brings overlays to their places in the window order. Window managers differ in who decides about it, so there is one

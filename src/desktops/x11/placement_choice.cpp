@@ -9,15 +9,16 @@ namespace hushpane::x11 {
 
 namespace {
 constexpr double secondsOfPeace = 0.5;
-}
+constexpr double secondsToTryAgain = 10;
+}  // namespace
 
 PlacementChoice::PlacementChoice(Connection& connection, platform::MainQueue& queue, WindowTree& tree,
-                                 ManagerWatch& manager, CompositorWatch& compositor)
+                                 ManagerWatch& manager, CompositorWatch& compositor, ActiveWindow& active)
     : queue_(queue),
       manager_(manager),
       compositor_(compositor),
-      serverOrder_(connection, queue, tree),
-      managed_(connection, queue) {
+      serverOrder_(connection, queue, tree, active),
+      managed_(connection, queue, active) {
   managerChanges_ = manager_.addChangeHandler([this] { surroundingsChanged(); });
   compositorChanges_ = compositor_.addChangeHandler([this] { surroundingsChanged(); });
   surroundingsChanged();
@@ -27,14 +28,13 @@ PlacementChoice::PlacementChoice(Connection& connection, platform::MainQueue& qu
 // not show, with every other window on top.
 std::vector<Placement*> PlacementChoice::candidates() {
   if (!manager_.supports("_NET_RESTACK_WINDOW")) return {&serverOrder_};
-  if (manager_.owns(compositor_.owner())) return {&managed_, &serverOrder_};
+  if (manager_.owns(compositor_.owner())) return {&managed_};
   return {&serverOrder_, &managed_};
 }
 
 void PlacementChoice::surroundingsChanged() {
-  provenLevels_.clear();
+  standings_.clear();
   failed_.clear();
-  troubledAt_ = queue_.now();
   const bool isManagerNew = std::exchange(managerSeen_, manager_.window()) != manager_.window();
   const bool isCompositorNew = std::exchange(compositorSeen_, compositor_.owner()) != compositor_.owner();
   const bool isStrategyNew = choose(*candidates().front());
@@ -59,16 +59,36 @@ void PlacementChoice::forget(xcb_window_t overlay) {
   managed_.forget(overlay);
 }
 
+// The next activation may have better luck with what did not work at the last one.
+void PlacementChoice::activationChanged() {
+  current_->activationChanged();
+  if (!failed_.empty() && current_->outcome() == Outcome::failed) tryAgain();
+}
+
+void PlacementChoice::tryAgain() {
+  failed_.clear();
+  if (choose(*candidates().front())) renew();
+}
+
+void PlacementChoice::judge(Standing& standing, const PlacementPlan& plan) const {
+  const double now = queue_.now();
+  if (standing.hasAsked && now - standing.troubledAt > secondsOfPeace) standing.isProven = true;
+  if (current_->outcome() != Outcome::placed) standing.troubledAt = now;
+  if (!plan.steps.empty() || !plan.requests.empty()) standing.hasAsked = true;
+}
+
 PlacementPlan PlacementChoice::plan(const std::vector<StackEntry>& stack, const std::vector<PlacementWish>& wishes) {
+  if (!failed_.empty() && queue_.now() - failedAt_ > secondsToTryAgain) failed_.clear();
   auto plan = current_->plan(stack, wishes);
-  if (current_->outcome() != Outcome::placed) troubledAt_ = queue_.now();
-  if (current_ == &managed_ && queue_.now() - troubledAt_ > secondsOfPeace) provenLevels_.insert(wishes.front().level);
-  const bool isProven = current_ == &managed_ && provenLevels_.contains(wishes.front().level);
-  if (current_->outcome() != Outcome::failed || isProven || !failed_.insert(current_).second) return plan;
+  auto& standing = standings_[{current_, wishes.front().level}];
+  judge(standing, plan);
+  if (current_->outcome() != Outcome::failed || standing.isProven || !failed_.insert(current_).second) return plan;
+  failedAt_ = queue_.now();
   const auto all = candidates();
   const auto next = std::ranges::find_if(all, [this](const Placement* each) { return !failed_.contains(each); });
   // Where none works, the one that should is the least bad.
-  if (choose(next == all.end() ? *all.front() : **next)) renew();
+  if (!choose(next == all.end() ? *all.front() : **next)) return plan;
+  renew();
   plan.steps.clear();
   plan.requests.clear();
   return plan;

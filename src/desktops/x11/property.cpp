@@ -14,6 +14,15 @@ std::optional<std::uint32_t> propertyValue(Connection& connection, xcb_window_t 
   return values.empty() ? std::nullopt : std::optional(values.front());
 }
 
+std::string propertyText(Connection& connection, xcb_window_t window, std::string_view name) {
+  constexpr std::uint32_t longest = 64;  // words
+  const Reply<xcb_get_property_reply_t> reply(
+      xcb_get_property_reply(connection.get(), askProperty(connection, window, name, longest), nullptr));
+  if (!reply || reply->format != 8) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
 xcb_get_property_cookie_t askProperty(Connection& connection, xcb_window_t window, std::string_view name,
                                       std::uint32_t longest) {
   return xcb_get_property(connection.get(), 0, window, connection.atom(name), XCB_ATOM_ANY, 0, longest);

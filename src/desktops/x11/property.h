@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +14,8 @@ namespace hushpane::x11 {
 // of another format, or the window is gone.
 std::vector<std::uint32_t> propertyValues(Connection& connection, xcb_window_t window, std::string_view name,
                                           std::uint32_t longest);
+// The bytes of a text property, at most 256 of them; none in the same cases.
+std::string propertyText(Connection& connection, xcb_window_t window, std::string_view name);
 std::optional<std::uint32_t> propertyValue(Connection& connection, xcb_window_t window, std::string_view name);
 
 // The two halves of the same, for asking about many windows at once.

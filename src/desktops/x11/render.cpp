@@ -66,6 +66,11 @@ void Render::readFormats() {
   opaqueFormat_ = formats_[connection_.screen().root_visual];
 }
 
+bool Render::hasAlpha(xcb_visualid_t visual) const {
+  const auto format = formats_.find(visual);
+  return format != formats_.end() && format->second == argbFormat_;
+}
+
 Surface Render::makeSurface(SurfaceFormat format, int width, int height) {
   auto* const server = connection_.get();
   const bool isOpaque = format == SurfaceFormat::opaque;

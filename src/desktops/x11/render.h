@@ -39,6 +39,9 @@ class Render {
   // A 32-bit visual with alpha; 0 when the server has none.
   xcb_visualid_t argbVisual() const { return argbVisual_; }
 
+  // Whether pixels of that visual may be transparent.
+  bool hasAlpha(xcb_visualid_t visual) const;
+
   Surface makeSurface(SurfaceFormat format, int width, int height);
   Picture makePicture(xcb_drawable_t drawable, xcb_visualid_t visual);
   Picture makeTiledPicture(xcb_pixmap_t pixmap, xcb_visualid_t visual);

@@ -1,6 +1,7 @@
 #include "desktops/x11/restack_budget.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace hushpane::x11 {
@@ -8,7 +9,9 @@ namespace hushpane::x11 {
 namespace {
 
 constexpr int movesPerReason = 3;
-constexpr double secondsOfQuiet = 1;  // after which a wrong place is a new reason
+constexpr int movesInAll = 24;
+constexpr double secondsOfFirstQuiet = 1;  // after which a wrong place is a new reason
+constexpr int mostDoublings = 6;
 constexpr double movesPerSecond = 20;
 constexpr double movesInARow = 6;
 
@@ -24,6 +27,12 @@ RestackBudget::Surroundings RestackBudget::surroundingsOf(std::span<const OrderI
   return surroundings;
 }
 
+double RestackBudget::secondsOfQuiet(xcb_window_t overlay) const {
+  const auto account = accounts_.find(overlay);
+  const int losses = account == accounts_.end() ? 0 : account->second.losses;
+  return std::ldexp(secondsOfFirstQuiet, std::max(losses - 1, 0));
+}
+
 RestackBudget::Verdict RestackBudget::ask(const PlacementWish& wish, std::span<const OrderItem> stack, double now) {
   const auto [found, isFirst] = accounts_.try_emplace(wish.window);
   auto& account = found->second;
@@ -33,8 +42,9 @@ RestackBudget::Verdict RestackBudget::ask(const PlacementWish& wish, std::span<c
   auto surroundings = surroundingsOf(stack);
   const auto overlay = std::ranges::find(stack, wish.window, &OrderItem::id);
   const auto ownMoves = overlay == stack.end() ? 0 : overlay->moves;
-  const bool isQuiet = now - std::exchange(account.askedAt, now) > secondsOfQuiet;
+  const bool isQuiet = now - std::exchange(account.askedAt, now) > secondsOfQuiet(wish.window);
   const bool isUntouched = !gap_ && account.left == 0 && account.ownMoves == ownMoves;
+  if (isFirst || isQuiet) account.leftInAll = movesInAll;
   if (isFirst || isQuiet || isUntouched || account.wish != wish || account.surroundings != surroundings) {
     account.left = movesPerReason;
     account.wish = wish;
@@ -43,9 +53,15 @@ RestackBudget::Verdict RestackBudget::ask(const PlacementWish& wish, std::span<c
   } else if (gap_ && now - account.movedAt < *gap_) {
     return Verdict::wait;
   }
-  if (account.left == 0) return now - account.movedAt < secondsToWait ? Verdict::wait : Verdict::lost;
+  if (account.left == 0 || account.leftInAll == 0) {
+    if (now - account.movedAt < secondsToWait) return Verdict::wait;
+    if (!std::exchange(account.isLost, true)) account.losses = std::min(account.losses + 1, mostDoublings);
+    return Verdict::lost;
+  }
   if (account.tokens < 1) return Verdict::wait;
+  account.isLost = false;
   --account.left;
+  --account.leftInAll;
   --account.tokens;
   account.movedAt = now;
   return Verdict::move;

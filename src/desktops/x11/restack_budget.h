@@ -12,7 +12,8 @@ namespace hushpane::x11 {
 
 // Decides how often an overlay's place may be asserted: two restackers must not chase each other for ever. Somebody who
 // moves the overlay itself is answered three times and has then won, until something else changes. Where it is other
-// windows that move, every move is a new reason, but only so many a second.
+// windows that move, every move is a new reason, but only so many a second, and so many in all until the next
+// activation or a while of quiet, which gets longer each time.
 class RestackBudget {
  public:
   enum class Verdict {
@@ -32,6 +33,8 @@ class RestackBudget {
   // Everybody restacks for a good reason now.
   void renew() { accounts_.clear(); }
   void forget(xcb_window_t overlay) { accounts_.erase(overlay); }
+  // After which what was lost may be asked for again, if nothing happens meanwhile.
+  double secondsOfQuiet(xcb_window_t overlay) const;
 
  private:
   struct Surroundings {
@@ -45,7 +48,10 @@ class RestackBudget {
     PlacementWish wish;
     Surroundings surroundings;   // when it was last moved
     std::uint32_t ownMoves = 0;  // then, by somebody else
-    int left = 0;
+    int left = 0;                // for this reason
+    int leftInAll = 0;
+    int losses = 0;
+    bool isLost = false;
     double movedAt = 0;
     double askedAt = 0;
     double tokens = 0;

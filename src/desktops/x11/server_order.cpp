@@ -60,9 +60,21 @@ std::vector<Restack> directlyAbove(xcb_window_t window, std::size_t at, std::siz
   return {{window, stack[sibling].id, XCB_STACK_MODE_ABOVE}};
 }
 
+// Whether only windows of the application to which the dialog belongs lie between.
+bool isFreeButOwners(Stack stack, std::size_t first, std::size_t dialog) {
+  const auto& owned = stack[dialog];
+  if (!owned.isCompanion || owned.application == 0) return false;
+  const auto between = stack.subspan(first, dialog - first);
+  return std::ranges::all_of(between, [&](const OrderItem& item) {
+    return isTransparentToOrder(item) || item.application == owned.application;
+  });
+}
+
 std::vector<Restack> directlyBelow(const PlacementWish& wish, std::size_t at, std::size_t sibling, Stack stack) {
-  if (const auto stranger = topmostStranger(wish, stack)) return directlyAbove(wish.window, at, *stranger, stack);
+  const auto covered = wish.isHollow ? topmost(stack, OrderRole::ordinary) : topmostStranger(wish, stack);
+  if (covered) return directlyAbove(wish.window, at, *covered, stack);
   if (at < sibling && isFree(stack, at + 1, sibling)) return {};
+  if (at < sibling && wish.sparesOwners && isFreeButOwners(stack, at + 1, sibling)) return {};
   return {{wish.window, stack[sibling].id, XCB_STACK_MODE_BELOW}};
 }
 
@@ -78,7 +90,7 @@ bool isParked(const StackEntry& entry) {
 
 OrderRole roleOf(const StackEntry& entry) {
   if (entry.isOwn) return OrderRole::overlay;
-  if (!entry.isVisible() || isParked(entry)) return OrderRole::passive;
+  if (!entry.isOnScreen() || isParked(entry)) return OrderRole::passive;
   if (entry.facts.kind == WindowKind::desktop) return OrderRole::desktop;
   if (entry.facts.kind == WindowKind::dock) return OrderRole::dock;
   return layerOf(entry.layerFacts()) == 0 ? OrderRole::ordinary : OrderRole::raised;
@@ -127,6 +139,13 @@ std::vector<xcb_window_t> leftClear(const PlacementWish& wish, std::span<const O
     if ((isInFront || item.role == OrderRole::dock) && touches(item, wish)) clear.push_back(item.id);
   }
   return clear;
+}
+
+bool coversWindows(const PlacementWish& wish, std::span<const OrderItem> stack) {
+  const auto at = indexOf(stack, wish.window);
+  if (!at || wish.level >= platform::windowLevel::normal) return false;
+  return std::ranges::any_of(
+      stack.first(*at), [&](const OrderItem& item) { return item.role == OrderRole::ordinary && touches(item, wish); });
 }
 
 void carryOut(const Restack& restack, std::vector<OrderItem>& stack) {

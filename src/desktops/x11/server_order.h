@@ -41,6 +41,8 @@ struct PlacementWish {
   bool isPlaced = false;                   // it had a place before
   PixelRect bounds;
   std::vector<xcb_window_t> newcomers;  // what stands above the sibling only for now, and is let be
+  bool sparesOwners = false;            // what a dialog belongs to may stay clear with it
+  bool isHollow = false;                // above all windows, where it can only leave the sibling clear
   bool operator==(const PlacementWish&) const = default;
 };
 
@@ -65,6 +67,9 @@ std::vector<xcb_window_t> strangersAbove(const PlacementWish& wish, std::span<co
 // The windows beneath an overlay at its place that it must leave clear: the sibling and its dialogs above it, where the
 // overlay is not beneath them all, and the docks that a manager keeps beneath the windows.
 std::vector<xcb_window_t> leftClear(const PlacementWish& wish, std::span<const OrderItem> stack);
+
+// Whether an overlay that belongs beneath all windows lies above one of them.
+bool coversWindows(const PlacementWish& wish, std::span<const OrderItem> stack);
 
 // Does to the model what the request does to the server's stack.
 void carryOut(const Restack& restack, std::vector<OrderItem>& stack);

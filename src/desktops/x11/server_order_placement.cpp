@@ -7,8 +7,12 @@
 
 namespace hushpane::x11 {
 
-ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree)
-    : connection_(connection), queue_(queue), tree_(tree) {
+ServerOrderPlacement::ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree,
+                                           ActiveWindow& active)
+    : connection_(connection),
+      queue_(queue),
+      tree_(tree),
+      newcomers_(Newcomers::Raise::before, [&active] { return active.isLatest(); }) {
   // A sibling that vanished leaves the overlay where it was.
   errors_ = connection_.addErrorHandler([this](const xcb_generic_error_t& error) {
     if (error.major_code == XCB_CONFIGURE_WINDOW) tree_.distrustOrder();
@@ -32,14 +36,21 @@ PlacementPlan ServerOrderPlacement::plan(const std::vector<StackEntry>& stack,
   outcome_ = Outcome::placed;
   for (auto wish : wishes) {
     wish.newcomers = newcomers_.above(wish, items, queue_.now());
-    if (!wish.newcomers.empty()) plan.recheck = Newcomers::secondsOfGrace;
+    if (!wish.newcomers.empty()) plan.recheckIn(Newcomers::secondsOfGrace);
     const auto steps = restacksFor(wish, items);
     if (steps.empty()) continue;
     const auto verdict = budget_.ask(wish, items, queue_.now());
-    if (verdict == RestackBudget::Verdict::lost) outcome_ = Outcome::failed;
+    if (verdict == RestackBudget::Verdict::lost) {
+      outcome_ = Outcome::failed;
+      plan.recheckIn(budget_.secondsOfQuiet(wish.window) + RestackBudget::secondsToWait);
+      if (coversWindows(wish, items)) plan.waiting.insert(wish.window);
+      continue;
+    }
     if (outcome_ == Outcome::placed) outcome_ = Outcome::open;
-    if (verdict == RestackBudget::Verdict::wait) plan.recheck = RestackBudget::secondsToWait;
-    if (verdict != RestackBudget::Verdict::move) continue;
+    if (verdict == RestackBudget::Verdict::wait) {
+      plan.recheckIn(RestackBudget::secondsToWait);
+      continue;
+    }
     for (const auto& step : steps) {
       x11::carryOut(step, items);
       plan.steps.push_back(step);

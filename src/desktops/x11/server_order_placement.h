@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktops/x11/active_window.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/newcomers.h"
 #include "desktops/x11/placement.h"
@@ -13,7 +14,7 @@ namespace hushpane::x11 {
 // managers restack such windows themselves, so a place is asserted again when the tree is wrong.
 class ServerOrderPlacement : public Placement {
  public:
-  ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree);
+  ServerOrderPlacement(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ActiveWindow& active);
 
   bool isManaged() const override { return false; }
   void introduce(const PlacementWish& wish) override;
@@ -28,7 +29,7 @@ class ServerOrderPlacement : public Placement {
   platform::MainQueue& queue_;
   WindowTree& tree_;
   RestackBudget budget_;
-  Newcomers newcomers_{Newcomers::Raise::before};
+  Newcomers newcomers_;
   Outcome outcome_ = Outcome::open;
   platform::Token errors_;
 };

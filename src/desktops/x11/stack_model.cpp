@@ -18,6 +18,13 @@ PixelRect outerBounds(int x, int y, int width, int height, int border) {
 
 }  // namespace
 
+PixelRect StackEntry::bodyBounds() const {
+  const auto& shadow = facts.shadow;
+  const PixelRect body{bounds.x + shadow.left, bounds.y + shadow.top, bounds.width - shadow.left - shadow.right,
+                       bounds.height - shadow.top - shadow.bottom};
+  return body.isEmpty() ? bounds : body;
+}
+
 StackModel::Iterator StackModel::locate(xcb_window_t id) {
   return std::ranges::find(entries_, id, &StackEntry::id);
 }

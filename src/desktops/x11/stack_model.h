@@ -11,15 +11,24 @@
 
 namespace hushpane::x11 {
 
-// What an application says about its window.
+// How much of a window lies outside another part of it, at each side, in pixels.
+struct Insets {
+  int left = 0, right = 0, top = 0, bottom = 0;
+  bool isEmpty() const { return left == 0 && right == 0 && top == 0 && bottom == 0; }
+  bool operator==(const Insets&) const = default;
+};
+
+// What an application, or the window manager, says about its window.
 struct ClientFacts {
   WindowKind kind = WindowKind::normal;
   std::optional<std::int32_t> pid;
   double opacity = 1;
   bool isAbove = false;
-  bool isBelow = false;  // asks to be kept beneath others
-  bool isHidden = false;
+  bool isBelow = false;                    // asks to be kept beneath others
+  bool isHidden = false;                   // minimised: nothing of it is to be seen
   std::optional<std::uint32_t> workspace;  // on all when absent
+  Insets shadow;                           // of its own, which the application draws inside the window
+  Insets frame;                            // that the manager puts around it
 };
 
 // A child of the root window: a frame of the window manager's with an application's window inside, or such a window
@@ -39,11 +48,16 @@ struct StackEntry {
   xcb_visualid_t visual = XCB_NONE;
   bool hasFacts = false;
   ClientFacts facts;
+  bool isAway = false;                  // on a workspace that is not shown, though the manager keeps it mapped
   std::uint32_t moves = 0;              // how often somebody else has changed its place in the order
   std::uint32_t contentGeneration = 0;  // another value whenever the server gave the window a new pixmap
 
   xcb_window_t clientOrSelf() const { return client ? client : id; }
   bool isVisible() const { return isMapped && hasAttributes && !isInputOnly; }
+  // Whether people can see it where no other window hides it; the facts must be known.
+  bool isOnScreen() const { return isVisible() && !isAway && !facts.isHidden; }
+  // What people take for the window: without the shadow that it draws itself.
+  PixelRect bodyBounds() const;
   LayerFacts layerFacts() const { return {facts.kind, isOverrideRedirect && !client, facts.isAbove}; }
 };
 

@@ -8,8 +8,8 @@ std::optional<std::span<const platform::WindowInfo>> WindowList::onScreenWindows
   if (connection_.isBroken()) return std::nullopt;
   const auto& entries = tree_.entries();
   const auto origin = screens_.toPoints({0, 0, 1, 1});  // and the scale
-  const bool isCurrent = revision_ == tree_.revision() && workspaceShown_ == workspace_.currentWorkspace() &&
-                         activeShown_ == workspace_.activeWindow() && origin_ == origin;
+  const bool isCurrent =
+      revision_ == tree_.revision() && activeShown_ == workspace_.activeWindow() && origin_ == origin;
   if (!isCurrent) {
     windows_.clear();
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
@@ -17,7 +17,6 @@ std::optional<std::span<const platform::WindowInfo>> WindowList::onScreenWindows
     activeShown_ = workspace_.activeWindow();
     bringActiveForward();
     revision_ = tree_.revision();
-    workspaceShown_ = workspace_.currentWorkspace();
     origin_ = origin;
   }
   return windows_;
@@ -34,14 +33,11 @@ void WindowList::bringActiveForward() {
 }
 
 bool WindowList::isListed(const StackEntry& entry) const {
-  if (!entry.isVisible() || !entry.hasFacts || entry.isOwn) return false;
-  if (entry.facts.kind == WindowKind::desktop || entry.facts.isHidden) return false;
-  const auto shown = workspace_.currentWorkspace();
-  return !shown || !entry.facts.workspace || *shown == *entry.facts.workspace;
+  return entry.isOnScreen() && entry.hasFacts && !entry.isOwn && entry.facts.kind != WindowKind::desktop;
 }
 
 platform::WindowInfo WindowList::describe(const StackEntry& entry) const {
-  const auto points = screens_.toPoints(entry.bounds);
+  const auto points = screens_.toPoints(entry.bodyBounds());
   platform::WindowInfo info;
   info.ownerPid = entry.facts.pid;
   info.layer = layerOf(entry.layerFacts());

@@ -28,7 +28,6 @@ class WindowList : public platform::WindowList {
   const Workspace& workspace_;
   std::vector<platform::WindowInfo> windows_;
   std::uint64_t revision_ = 0;
-  std::optional<std::uint32_t> workspaceShown_;
   xcb_window_t activeShown_ = XCB_WINDOW_NONE;
   platform::Rect origin_;
 };

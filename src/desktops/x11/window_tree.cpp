@@ -17,8 +17,14 @@ bool isBefore(const xcb_generic_event_t& event, std::uint32_t sequence) {
 }
 }  // namespace
 
-WindowTree::WindowTree(Connection& connection, ManagerWatch& manager)
-    : connection_(connection), manager_(manager), factsReader_(connection), model_(connection.root()) {
+WindowTree::WindowTree(Connection& connection, ManagerWatch& manager, CompositorWatch& compositor,
+                       CurrentWorkspace& workspace)
+    : connection_(connection),
+      manager_(manager),
+      compositor_(compositor),
+      workspace_(workspace),
+      factsReader_(connection),
+      model_(connection.root()) {
   connection_.selectRootEvents(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   managerChanges_ = manager_.addChangeHandler([this] {
@@ -29,6 +35,8 @@ WindowTree::WindowTree(Connection& connection, ManagerWatch& manager)
     areClientsKnown_ = false;
     changed();
   });
+  compositorChanges_ = compositor_.addChangeHandler([this] { changed(); });
+  workspaceChanges_ = workspace_.addChangeHandler([this] { changed(); });
 }
 
 void WindowTree::changed() {
@@ -107,6 +115,7 @@ const std::vector<StackEntry>& WindowTree::entries() {
   searchClients();
   assignClients();
   readFacts();
+  findAway();
   return model_.entries();
 }
 
@@ -259,6 +268,17 @@ void WindowTree::readFacts() {
     missing.push_back(&entry);
   }
   if (!missing.empty()) factsReader_.read(missing);
+}
+
+// A manager that composites by itself leaves windows of other workspaces mapped and does not paint them. All others
+// unmap them; where these show several workspaces at once, a mapped window is one that is seen.
+void WindowTree::findAway() {
+  const auto shown = workspace_.get();
+  const bool keepsMapped = manager_.owns(compositor_.owner());
+  for (auto& entry : model_.entries()) {
+    const auto& own = entry.facts.workspace;
+    entry.isAway = keepsMapped && shown && own && *own != *shown;
+  }
 }
 
 const StackEntry* WindowTree::topLevelOf(xcb_window_t window) {

@@ -8,7 +8,9 @@
 #include <vector>
 
 #include "desktops/x11/client_facts.h"
+#include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
+#include "desktops/x11/current_workspace.h"
 #include "desktops/x11/manager_watch.h"
 #include "desktops/x11/stack_model.h"
 #include "platform/handler_list.h"
@@ -20,7 +22,7 @@ namespace hushpane::x11 {
 // no round trip. Windows that vanish meanwhile are left out when the event about it arrives.
 class WindowTree {
  public:
-  WindowTree(Connection& connection, ManagerWatch& manager);
+  WindowTree(Connection& connection, ManagerWatch& manager, CompositorWatch& compositor, CurrentWorkspace& workspace);
 
   // From bottom to top. Valid until the next event or read.
   const std::vector<StackEntry>& entries();
@@ -60,9 +62,12 @@ class WindowTree {
   void resolveFrames(std::vector<xcb_window_t> clients);
   void assignClients();
   void readFacts();
+  void findAway();
 
   Connection& connection_;
   ManagerWatch& manager_;
+  CompositorWatch& compositor_;
+  CurrentWorkspace& workspace_;
   ClientFactsReader factsReader_;
   StackModel model_;
   std::map<xcb_window_t, xcb_window_t> frameOfClient_;  // as the manager lists them
@@ -78,6 +83,8 @@ class WindowTree {
   platform::HandlerList<void()> handlers_;
   platform::Token events_;
   platform::Token managerChanges_;
+  platform::Token compositorChanges_;
+  platform::Token workspaceChanges_;
 };
 
 }  // namespace hushpane::x11

@@ -4,7 +4,6 @@
 
 #include "desktops/session/desktop_picture.h"
 #include "desktops/x11/property.h"
-#include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
 
@@ -12,26 +11,15 @@ namespace {
 
 // Window managers name no active window for a moment while they switch from one to another.
 constexpr double secondsBetweenWindows = 0.1;
-constexpr std::uint32_t longestName = 64;  // words
-constexpr std::string_view currentProperty = "_NET_CURRENT_DESKTOP";
 
 }  // namespace
 
 Workspace::Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ActiveWindow& active,
-                     session::UrlOpener& urls)
+                     CurrentWorkspace& current, session::UrlOpener& urls)
     : connection_(connection), queue_(queue), tree_(tree), active_(active), urls_(urls) {
-  connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE);
-  events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   activeChanges_ = active_.addChangeHandler([this] { activeWindowChanged(); });
+  workspaceChanges_ = current.addChangeHandler([this] { center_.post(platform::notification::activeSpaceDidChange); });
   activeWindow_ = active_.get();
-  currentWorkspace_ = propertyValue(connection_, connection_.root(), currentProperty);
-}
-
-void Workspace::handle(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7f) != XCB_PROPERTY_NOTIFY) return;
-  const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-  if (property.window == connection_.root() && property.atom == connection_.atom(currentProperty))
-    readCurrentWorkspace();
 }
 
 void Workspace::activeWindowChanged() {
@@ -48,15 +36,10 @@ void Workspace::activate(xcb_window_t window) {
   center_.post(platform::notification::didActivateApplication);
 }
 
-void Workspace::readCurrentWorkspace() {
-  const auto current = propertyValue(connection_, connection_.root(), currentProperty);
-  if (current == currentWorkspace_) return;
-  currentWorkspace_ = current;
-  center_.post(platform::notification::activeSpaceDidChange);
-}
-
+// Who clicks on the desktop works in no application, also where a file manager draws the desktop.
 std::optional<platform::RunningApplication> Workspace::frontmostApplication() {
-  if (activeWindow_ == XCB_WINDOW_NONE) return std::nullopt;
+  const auto* entry = tree_.topLevelOf(activeWindow_);
+  if (activeWindow_ == XCB_WINDOW_NONE || (entry && entry->facts.kind == WindowKind::desktop)) return std::nullopt;
   if (!frontmost_) {
     if (const auto pid = tree_.pidOf(activeWindow_))
       frontmost_ = platform::RunningApplication{*pid, nameOf(activeWindow_)};
@@ -70,12 +53,8 @@ std::optional<std::filesystem::path> Workspace::desktopImageURL(const platform::
 
 // The class part of WM_CLASS, which follows the instance part and its terminator.
 std::string Workspace::nameOf(xcb_window_t window) {
-  const auto cookie =
-      xcb_get_property(connection_.get(), 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, longestName);
-  const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection_.get(), cookie, nullptr));
-  if (!reply) return {};
-  const std::string_view both(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                              static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+  const std::string text = propertyText(connection_, window, "WM_CLASS");
+  const std::string_view both = text;
   const auto separator = both.find('\0');
   if (separator == std::string_view::npos) return std::string(both);
   const auto rest = both.substr(separator + 1);

@@ -5,6 +5,7 @@
 #include "desktops/session/open_url.h"
 #include "desktops/x11/active_window.h"
 #include "desktops/x11/connection.h"
+#include "desktops/x11/current_workspace.h"
 #include "desktops/x11/window_tree.h"
 #include "platform/main_queue.h"
 #include "platform/workspace.h"
@@ -15,7 +16,7 @@ namespace hushpane::x11 {
 class Workspace : public platform::Workspace {
  public:
   Workspace(Connection& connection, platform::MainQueue& queue, WindowTree& tree, ActiveWindow& active,
-            session::UrlOpener& urls);
+            CurrentWorkspace& current, session::UrlOpener& urls);
 
   std::optional<platform::RunningApplication> frontmostApplication() override;
   std::optional<std::filesystem::path> desktopImageURL(const platform::Screen& screen) override;
@@ -23,14 +24,10 @@ class Workspace : public platform::Workspace {
   platform::NotificationCenter& notificationCenter() override { return center_; }
 
   xcb_window_t activeWindow() const { return activeWindow_; }
-  // Nothing when the window manager does not tell.
-  std::optional<std::uint32_t> currentWorkspace() const { return currentWorkspace_; }
 
  private:
-  void handle(const xcb_generic_event_t& event);
   void activeWindowChanged();
   void activate(xcb_window_t window);
-  void readCurrentWorkspace();
   std::string nameOf(xcb_window_t window);
 
   Connection& connection_;
@@ -41,10 +38,9 @@ class Workspace : public platform::Workspace {
   platform::NotificationCenter center_;
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
   std::optional<platform::RunningApplication> frontmost_;
-  std::optional<std::uint32_t> currentWorkspace_;
   platform::WorkItem deactivation_;
-  platform::Token events_;
   platform::Token activeChanges_;
+  platform::Token workspaceChanges_;
 };
 
 }  // namespace hushpane::x11

@@ -33,6 +33,7 @@
 #include "desktops/x11/compositor_watch.h"
 #include "desktops/x11/connection.h"
 #include "desktops/x11/covered_windows.h"
+#include "desktops/x11/current_workspace.h"
 #include "desktops/x11/event_monitors.h"
 #include "desktops/x11/event_source.h"
 #include "desktops/x11/frame_clock.h"
@@ -140,6 +141,8 @@ class X11Platform : public platform::Platform {
   desktops::ImageFileLoader imageLoader_;
   Screens screens_;
   ManagerWatch manager_;
+  CompositorWatch compositor_;
+  CurrentWorkspace currentWorkspace_;
   WindowTree tree_;
   ActiveWindow activeWindow_;
   session::BusService portal_;
@@ -150,7 +153,6 @@ class X11Platform : public platform::Platform {
   KeyboardMap keyboard_;
   EventMonitors eventMonitors_;
   HotKeys hotKeys_;
-  CompositorWatch compositor_;
   Render render_;
   CoveredWindows coveredWindows_;
   RootBackground rootBackground_;

@@ -108,6 +108,7 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
   picture.alpha = presentationAlpha();
   picture.isComposited = services_.compositor.isRunning();
   picture.desktopBlurs = services_.compositor.blursBehindWindows();
+  picture.areFramesPainted = services_.manager.paintsFrames(services_.compositor.owner());
   picture.below = std::move(below);
   const bool hasMaterial =
       std::ranges::find(picture.layers, Layer::Kind::material, &Layer::kind) != picture.layers.end();

@@ -23,6 +23,7 @@ struct OverlayServices {
   Render& render;
   WindowTree& tree;
   Screens& screens;
+  ManagerWatch& manager;
   CompositorWatch& compositor;
   CoveredWindows& covered;
   RootBackground& background;

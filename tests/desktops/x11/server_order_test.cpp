@@ -51,6 +51,14 @@ xcb_window_t idOf(char letter) {
 PlacementWish front(char window = '1') {
   return {.window = idOf(window), .bounds = display, .newcomers = {}};
 }
+PlacementWish sparing(PlacementWish wish) {
+  wish.sparesOwners = true;
+  return wish;
+}
+PlacementWish hollow(PlacementWish wish) {
+  wish.isHollow = true;
+  return wish;
+}
 PlacementWish aboveDesktop(char window = '1') {
   return {.window = idOf(window), .level = platform::windowLevel::aboveDesktop, .bounds = display, .newcomers = {}};
 }
@@ -83,6 +91,11 @@ TEST(ServerOrderTest, MovesAnOverlayOnlyWhereItIsOutOfPlace) {
       {"another window of the same application is a stranger", "1opr", below('o'), "op1r"},
       {"a stranger on another display does not count", "1oO", below('o'), "1oO"},
       {"a stranger that has just come is let be, one that stays is not", "1osS", below('o', true, '1', {'S'}), "os1S"},
+      {"below a dialog, its owner between: not what it should be", "1oc", below('c'), "o1c"},
+      {"but good enough where the manager keeps them together", "1oc", sparing(below('c')), "1oc"},
+      {"not with a stranger between", "1soc", sparing(below('c')), "so1c"},
+      {"windows of an application are no dialogs", "1op", sparing(below('p')), "o1p"},
+      {"above all where nothing else helps", "1pso", hollow(below('p')), "pso1"},
       {"below a window already, a dock beneath", "bs1o", below('o'), "bs1o"},
       {"in front, beneath docks", "1opr", front(), "op1r"},
       {"in front from above docks", "opr1", front(), "op1r"},
@@ -118,6 +131,12 @@ TEST(ServerOrderTest, TellsWhatAnOverlayMustLeaveClear) {
     for (const auto window : leftClear(wish, stackOf(letters))) clear += static_cast<char>(window);
     EXPECT_EQ(clear, expected);
   }
+}
+
+TEST(ServerOrderTest, TellsAnOverlayThatHidesWindowsItShouldLieBeneath) {
+  EXPECT_TRUE(coversWindows(aboveDesktop(), stackOf("do1p")));
+  EXPECT_FALSE(coversWindows(aboveDesktop(), stackOf("dbxO1p")));
+  EXPECT_FALSE(coversWindows(below('p'), stackOf("o1p")));
 }
 
 TEST(ServerOrderTest, OverlaysWithTheSameWishSettleAndStay) {

@@ -9,12 +9,15 @@
 namespace hushpane::x11_tests {
 namespace {
 
-// A small window manager without frames that has its own mind about the order of windows: with "raises" it brings every
-// window that overrides it back to the top, with "ignores" it grants nobody's wish for a place in the order.
+// A small window manager without frames that has its own mind about windows. "raises": it brings every window that
+// overrides it back to the top. "ignores": it grants nobody's wish for a place in the order. "composites": it says that
+// it composites. "families": what is to be below a window goes below all windows of that application, what is to be
+// above one goes to the top, and then it raises what is active. "fills": windows as high as the screen are of full
+// screen, unless they are told otherwise.
 class StubbornManager {
  public:
   StubbornManager(const std::string& display, const std::set<std::string>& habits)
-      : x_(display), raises_(habits.contains("raises")), ignores_(habits.contains("ignores")) {
+      : x_(display), habits_(habits), raises_(habits.contains("raises")), ignores_(habits.contains("ignores")) {
     const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(x_.get(), x_.root(), XCB_CW_EVENT_MASK, &events);
     announce();
@@ -38,6 +41,8 @@ class StubbornManager {
     x_.setNumbers(x_.root(), "_NET_SUPPORTED", "ATOM",
                   {x_.atom("_NET_ACTIVE_WINDOW"), x_.atom("_NET_RESTACK_WINDOW"), x_.atom("_NET_CLIENT_LIST"),
                    x_.atom("_NET_CLIENT_LIST_STACKING"), x_.atom("_NET_WM_STATE")});
+    if (habits_.contains("composites"))
+      xcb_set_selection_owner(x_.get(), check, x_.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
     publish();
   }
 
@@ -82,6 +87,11 @@ class StubbornManager {
     const auto hints = x_.numbers(window, "WM_HINTS");
     const bool refusesInput = hints.size() > 1 && (hints[0] & 1) != 0 && hints[1] == 0;
     refusesInput ? publish() : activate(window);
+    if (habits_.contains("fills") && x_.bounds(window).height >= x_.screen().height_in_pixels) {
+      auto states = x_.numbers(window, "_NET_WM_STATE");
+      states.push_back(x_.atom("_NET_WM_STATE_FULLSCREEN"));
+      x_.setNumbers(window, "_NET_WM_STATE", "ATOM", states);
+    }
   }
 
   void forget(xcb_window_t window) {
@@ -120,10 +130,31 @@ class StubbornManager {
 
   void obey(const xcb_client_message_event_t& message) {
     if (message.type == x_.atom("_NET_ACTIVE_WINDOW")) activate(message.window);
+    if (message.type == x_.atom("_NET_WM_STATE") && message.data.data32[0] == 0) {
+      auto states = x_.numbers(message.window, "_NET_WM_STATE");
+      std::erase(states, message.data.data32[1]);
+      x_.setNumbers(message.window, "_NET_WM_STATE", "ATOM", states);
+    }
     if (message.type == x_.atom("_NET_RESTACK_WINDOW") && !ignores_) {
-      restack(message.window, message.data.data32[1], message.data.data32[2]);
+      if (habits_.contains("families"))
+        restackFamily(message.window, message.data.data32[1], message.data.data32[2]);
+      else
+        restack(message.window, message.data.data32[1], message.data.data32[2]);
       publish();
     }
+  }
+
+  void restackFamily(xcb_window_t window, xcb_window_t sibling, std::uint32_t mode) {
+    if (mode == XCB_STACK_MODE_ABOVE) return restack(window, XCB_NONE, XCB_STACK_MODE_ABOVE);
+    const auto application = [this](xcb_window_t of) { return of & ~xcb_get_setup(x_.get())->resource_id_mask; };
+    for (const xcb_window_t each : x_.stacking()) {
+      if (application(each) != application(sibling) ||
+          std::find(clients_.begin(), clients_.end(), each) == clients_.end())
+        continue;
+      restack(window, each, XCB_STACK_MODE_BELOW);
+      break;
+    }
+    restack(active_, XCB_NONE, XCB_STACK_MODE_ABOVE);
   }
 
   void restack(xcb_window_t window, xcb_window_t sibling, std::uint32_t mode) {
@@ -155,6 +186,7 @@ class StubbornManager {
   }
 
   XConnection x_;
+  std::set<std::string> habits_;
   bool raises_, ignores_;
   std::vector<xcb_window_t> clients_;
   xcb_window_t active_ = XCB_NONE;
