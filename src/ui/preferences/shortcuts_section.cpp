@@ -10,6 +10,7 @@
 #include "ui/controls/pell_switch_style.h"
 #include "ui/global_accent.h"
 #include "ui/isolated.h"
+#include "ui/key_names.h"
 #include "ui/localized.h"
 #include "ui/preferences/section_card.h"
 #include "ui/preferences/shortcut_label.h"
@@ -81,7 +82,7 @@ Element summary(const ShortcutRegistry& registry) {
 }
 
 PellSegmentedPicker<RevealModifier>::Option optionOf(RevealModifier modifier) {
-  return {LocalizationKey{symbolOf(modifier)}, modifier};
+  return {LocalizationKey{symbolOf(modifier)}, modifier, keyName(modifier)};
 }
 
 Element revealRow(PreferencesStore& prefs) {

@@ -209,6 +209,10 @@ TEST_F(PreferencesViewTest, TheRevealKeyTakesEffectAtOnce) {
   preferences().revealModifierRaw = "hyper";
   auto shown = page();
   EXPECT_TRUE(hasColor(shown.text("⌥"), platform::black)) << "stands in for an unknown one";
+  LanguageManager::shared().select("de");
+  shown.advance(settled);
+  for (const auto& [sign, name] : {std::pair{"⌥", "Alt"}, {"⇧", "Umschalt"}, {"⌃", "Strg"}, {"⌘", "Super"}})
+    EXPECT_EQ(shown.host().tooltip(shown.text(sign).center()), name);
   shown.click("⌘");
   shown.advance(settled);
   EXPECT_EQ(stored(storedKeys::revealModifier), platform::Value("command"));
