@@ -97,7 +97,11 @@ void PageWindow::pointerUp(Point point) {
 }
 
 void PageWindow::scrolled(double delta) {
-  if (pointer_) host_->scrolled(*pointer_, delta);
+  if (!pointer_) return;
+  const auto alive = lifetime_.watch();
+  host_->scrolled(*pointer_, delta);
+  if (alive.expired()) return;
+  if (const auto told = onPointer) told();
 }
 
 void PageWindow::keyPressed(const platform::KeyPress& press) {

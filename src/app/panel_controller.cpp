@@ -88,6 +88,8 @@ void PanelController::open(std::optional<Point> clicked) {
     closeList();
   };
   panel_->onMenu = [this](const auto& request) { openList(request); };
+  if (const double height = anchor_.visible.height; height > 0)
+    panel_->setMaximumHeight(height - 2 * distance + 2 * chrome::panel.margin);
   panel_->show();
   watchClicks();
 }

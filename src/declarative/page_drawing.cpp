@@ -270,11 +270,12 @@ void PageDrawing::add(const Node& node, const kinds::Scrolling&, const Mapping& 
 }
 
 void PageDrawing::addScrollBar(const Node& node, const Mapping& mapping, Drawings& drawings) const {
-  constexpr double width = 3, margin = 2, leastLength = 16;
+  // Its ends keep clear of round corners around it.
+  constexpr double width = 3, margin = 2, endMargin = 6, leastLength = 16;
   const Rect place = node.current();
-  const double track = std::max(place.height - 2 * margin, 0.0), range = scrollRange(node);
+  const double track = std::max(place.height - 2 * endMargin, 0.0), range = scrollRange(node);
   const double length = std::min(std::max(track * place.height / (place.height + range), leastLength), track);
-  const double y = margin + (track - length) * node.scrollOffset / range;
+  const double y = endMargin + (track - length) * node.scrollOffset / range;
   const Rect bar = mapping.at(Rect{place.width - width - margin, y, width, length});
   const auto color = primary.opacity(0.35).in(node.environment.appearance);
   drawings.push_back({FilledPath{pathOf(Capsule{}, bar), color}, bar, bar, {}});

@@ -45,6 +45,8 @@ void ShortcutRegistry::start() {
   if (std::exchange(isStarted_, true)) return;
   eventHandlerRef_ =
       platform_.hotKeys().installHandler(lifetime_.weak([this](platform::HotKeyID id) { handleHotKey(id.id); }));
+  changeHandlerRef_ = platform_.hotKeys().installChangeHandler(
+      lifetime_.weak([this](const std::vector<platform::HotKeyID>& lost) { keyboardChanged(lost); }));
   registerAll();
 }
 
@@ -66,16 +68,31 @@ void ShortcutRegistry::save() {
 
 void ShortcutRegistry::registerAll() {
   for (const auto& shortcut : shortcuts_) {
-    if (!shortcut.enabled) continue;
+    if (!shortcut.enabled || registeredRefs_.contains(shortcut.action)) continue;
     const auto id = static_cast<std::uint32_t>(shortcut.action) + 1;
     auto reference = platform_.hotKeys().registerHotKey(shortcut.keyCode, shortcut.modifiers(), {hotKeySignature, id});
-    if (reference) registeredRefs_.push_back(std::move(reference));
+    if (reference) registeredRefs_.emplace(shortcut.action, std::move(reference));
   }
 }
 
 void ShortcutRegistry::unregisterAll() {
-  for (auto& reference : registeredRefs_) reference.reset();
   registeredRefs_.clear();
+}
+
+bool ShortcutRegistry::isTaken(HushpaneShortcut::Action action) const {
+  const auto* wanted = shortcut(action);
+  return isStarted_ && wanted && wanted->enabled && !registeredRefs_.contains(action);
+}
+
+void ShortcutRegistry::retry() {
+  if (std::ranges::none_of(shortcuts_, [this](const auto& shortcut) { return isTaken(shortcut.action); })) return;
+  objectWillChange();
+  registerAll();
+}
+
+void ShortcutRegistry::keyboardChanged(const std::vector<platform::HotKeyID>& lost) {
+  for (const auto& id : lost) registeredRefs_.erase(static_cast<HushpaneShortcut::Action>(id.id - 1));
+  retry();
 }
 
 void ShortcutRegistry::handleHotKey(std::uint32_t id) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string_view>
 #include <vector>
 
@@ -15,9 +16,9 @@ namespace hushpane {
 class StateController;
 
 // The global keyboard shortcuts that switch modes. Stores them as JSON, holds the hot keys of the enabled ones from
-// start() on, and turns each press into a call on the state controller, one turn of the main queue later. Nothing is
-// ever reported: stored data that cannot be read leaves the defaults in force and stays as it is until the next change;
-// a hot key that cannot be had is absent.
+// start() on, and turns each press into a call on the state controller, one turn of the main queue later. Stored data
+// that cannot be read leaves the defaults in force and stays as it is until the next change; a hot key that cannot be
+// had is absent, and is asked for again whenever the keyboard map changes.
 class ShortcutRegistry : public ObservableObject {
  public:
   static constexpr std::string_view storageKey = storedKeys::shortcuts;
@@ -40,6 +41,11 @@ class ShortcutRegistry : public ObservableObject {
   void start();
   bool isStarted() const { return isStarted_; }
 
+  // Whether the action has a shortcut that is enabled, but whose hot key is somebody else's.
+  bool isTaken(HushpaneShortcut::Action action) const;
+  // Asks again for the hot keys that could not be had; nobody tells when another program lets go of them.
+  void retry();
+
   // `id` is an action's place, counted from 1; others are nobody's.
   void handleHotKey(std::uint32_t id);
 
@@ -48,14 +54,15 @@ class ShortcutRegistry : public ObservableObject {
   void save();
   void registerAll();
   void unregisterAll();
+  void keyboardChanged(const std::vector<platform::HotKeyID>& lost);
   void dispatch(HushpaneShortcut::Action action);
 
   platform::Platform& platform_;
   StateController& state_;
   std::vector<HushpaneShortcut> shortcuts_ = defaultShortcuts();
   bool isStarted_ = false;
-  std::vector<platform::Token> registeredRefs_;
-  platform::Token eventHandlerRef_;
+  std::map<HushpaneShortcut::Action, platform::Token> registeredRefs_;
+  platform::Token eventHandlerRef_, changeHandlerRef_;
   platform::Lifetime lifetime_;
 };
 

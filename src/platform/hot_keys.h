@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "platform/event_monitors.h"
 #include "platform/token.h"
@@ -20,6 +21,7 @@ struct HotKeyID {
 class HotKeys {
  public:
   using Handler = std::function<void(HotKeyID)>;
+  using ChangeHandler = std::function<void(const std::vector<HotKeyID>& lost)>;
 
   virtual ~HotKeys() = default;
 
@@ -30,6 +32,10 @@ class HotKeys {
   // layout; of the modifiers shift, control, option and command count. An empty token when the combination is taken
   // already, by this program or another, or when the keyboard has no such key.
   virtual Token registerHotKey(std::uint16_t keyCode, ModifierFlags modifiers, HotKeyID id) = 0;
+
+  // The handler hears that the keyboard map is another one: what was refused may be free now, and those whose keys
+  // moved are lost until they are registered again.
+  virtual Token installChangeHandler(ChangeHandler handler) = 0;
 };
 
 }  // namespace hushpane::platform

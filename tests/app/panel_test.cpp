@@ -1,76 +1,15 @@
+#include "tests/app/panel_test.h"
+
 #include <algorithm>
 
 #include "app/menu_bar_hint_window_controller.h"
 #include "desktops/shared/cairo_canvas.h"
-#include "desktops/sim/shown_texts.h"
 #include "localization/language_manager.h"
 #include "state/app_router.h"
 #include "state/corvane_updater.h"
-#include "support/simulated_program.h"
 
 namespace hushpane::tests {
 namespace {
-
-using platform::Point;
-using platform::Rect;
-using Bar = sim::SimStatusItem::Bar;
-
-constexpr double barHeight = sim::SimStatusItem::barHeight;
-constexpr std::uint16_t escapeKey = 53, tabKey = 48, spaceKey = 49, returnKey = 36, letterQ = 12;
-
-// The panel of the running program, used with a mouse and a keyboard.
-class PanelTest : public SimulatedProgram {
- protected:
-  void SetUp() override {
-    prepareDesktop();
-    desktop->setStatusBar(Bar::top);
-    store(storedKeys::hasSeenWelcome, true);
-  }
-
-  std::size_t panelCount() { return desktop->panels().shown().size(); }
-  bool shows(const std::string& text) { return sim::findText(desktop->panels(), text).has_value(); }
-  Point icon() {
-    const Rect frame = *desktop->statusItem().frame();
-    return {frame.x + frame.width / 2, frame.y + frame.height / 2};
-  }
-  void click(Point point) {
-    desktop->pointer().click(point);
-    desktop->drain();
-  }
-  // What is shown may still be moving.
-  void settle() { desktop->advance(1); }
-  Point middleOf(const std::string& text) {
-    const auto found = sim::findText(desktop->panels(), text);
-    if (!found) ADD_FAILURE() << "no panel shows " << text;
-    return found ? Point{found->frame.x + found->frame.width / 2, found->frame.y + found->frame.height / 2} : Point{};
-  }
-  void click(const std::string& text) {
-    click(middleOf(text));
-    settle();
-  }
-  void open() {
-    click(icon());
-    settle();
-  }
-  void type(std::uint16_t key, platform::ModifierFlags modifiers = 0) {
-    if (modifiers) desktop->eventMonitors().pressModifier(modifiers);
-    desktop->typeKey(key);
-    if (modifiers) desktop->eventMonitors().releaseModifier(modifiers);
-    desktop->drain();
-  }
-  void relaunchWithIcon() {
-    prepareDesktop();
-    desktop->setStatusBar(Bar::top);
-    launch();
-    open();
-  }
-  // Of the panel in front, without its shadow.
-  Rect outline() {
-    const auto& panel = *desktop->panels().shown().front();
-    const Rect inside = panel.outline().controlBounds();
-    return {panel.frame().x + inside.x, panel.frame().y + inside.y, inside.width, inside.height};
-  }
-};
 
 TEST_F(PanelTest, TheIconFollowsModeAndRevealKey) {
   launch();
@@ -222,34 +161,6 @@ TEST_F(PanelTest, TheKeyboardUsesItAndTheProgramInFrontStaysThere) {
   type(returnKey);
   EXPECT_EQ(state().userMode(), VeilMode::standard);
   EXPECT_EQ(panelCount(), 1u);
-}
-
-TEST_F(PanelTest, TheLanguageListFitsScrollsAndChangesAllTexts) {
-  desktop->screens().set({{{0, 0, 800, 480}, 1, "Small", 1}});
-  launch();
-  open();
-  click("🇬🇧");
-  ASSERT_EQ(panelCount(), 2u);
-  EXPECT_LE(outline().bottom(), 480);
-  EXPECT_GE(outline().y, 0);
-  const auto* list = desktop->panels().shown().front();
-  EXPECT_GE(sim::shownTexts(*list).size(), 10u);
-  // The last language comes into view by the wheel.
-  desktop->pointer().moveTo({outline().x + 20, outline().y + 40});
-  desktop->pointer().scroll(5000);
-  settle();
-  const auto last = sim::shownTexts(*list).back();
-  EXPECT_LE(last.frame.bottom(), outline().bottom());
-  type(escapeKey);
-  EXPECT_EQ(panelCount(), 1u) << "Escape closes the list alone";
-  click("🇬🇧");
-  desktop->pointer().moveTo({outline().x + 20, outline().y + 40});
-  desktop->pointer().scroll(-5000);
-  settle();
-  click("🇩🇪  Deutsch");
-  EXPECT_EQ(panelCount(), 1u);
-  EXPECT_TRUE(shows("Beenden"));
-  EXPECT_EQ(stored(storedKeys::language), platform::Value("de"));
 }
 
 TEST_F(PanelTest, ATooltipComesAfterAPauseAndGoesWithThePointer) {

@@ -48,6 +48,8 @@ class Stage {
   virtual void typeKey(std::uint16_t keyCode) = 0;
   // Another program asks for a hot key and keeps it; false when it is refused.
   virtual bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) = 0;
+  // The keyboard map changes so that the keys J and K change their places; the next time they are back.
+  virtual void swapKeys() = 0;
   // The mouse is moved; to the left where the distance is negative.
   virtual void moveMouse(double points) = 0;
 

@@ -121,6 +121,33 @@ TEST_P(ContractTest, AHotKeyIsThePressOfExactlyItsCombination) {
   EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 8}));
 }
 
+TEST_P(ContractTest, AHotKeyThatTheKeyboardMapMovesIsLostAndCanBeHadWhereNobodyElseIs) {
+  using namespace platform::modifier;
+  constexpr std::uint16_t letterS = 1, letterJ = 38, letterK = 40;
+  auto& hotKeys = platform().hotKeys();
+  std::vector<platform::HotKeyID> lost;
+  const auto changes = hotKeys.installChangeHandler(
+      [&](const std::vector<platform::HotKeyID>& ids) { lost.insert(lost.end(), ids.begin(), ids.end()); });
+  const auto losesAlone = [&](platform::HotKeyID id) {
+    lost.clear();
+    stage->swapKeys();
+    return stage->waitUntil([&] { return !lost.empty(); }) && lost == std::vector{id};
+  };
+  auto moving = hotKeys.registerHotKey(letterK, control | option, {5, 7});
+  const auto staying = hotKeys.registerHotKey(letterS, control | option, {5, 8});
+  ASSERT_TRUE(stage->takeHotKey(letterJ, control | option));
+  stage->run(0.05);
+  EXPECT_TRUE(losesAlone({5, 7}));
+  EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 7})) << "the other program has that place";
+  auto other = hotKeys.registerHotKey(letterJ, control | option, {5, 9});
+  EXPECT_TRUE(other);
+  EXPECT_TRUE(losesAlone({5, 9}));
+  auto again = hotKeys.registerHotKey(letterK, control | option, {5, 7});
+  moving.reset();
+  EXPECT_FALSE(hotKeys.registerHotKey(letterK, control | option, {5, 10})) << "the end of the lost one changes nothing";
+  EXPECT_FALSE(hotKeys.registerHotKey(letterS, control | option, {5, 10}));
+}
+
 TEST_P(ContractTest, MouseMovementIsToldInPointsWhileSomebodyListens) {
   double moved = 0;
   int events = 0;

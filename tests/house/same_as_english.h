@@ -11,6 +11,9 @@ namespace hushpane::tests {
 // The program's name, and a text without words.
 inline const std::set<std::string> sameEverywhere{"Hushpane", "%@  %@"};
 
+// What is printed on keys: in most countries it is what the English keyboard has.
+inline const std::set<std::string> keyNames{"Alt", "Ctrl", "Shift", "Super"};
+
 // Texts that are rightly the same as in English.
 struct SameText {
   const char* text;

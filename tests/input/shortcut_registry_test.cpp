@@ -143,17 +143,49 @@ TEST_F(ShortcutRegistryTest, EveryChangeRegistersAllAnew) {
   EXPECT_EQ(stored(storedKeys::shortcuts), before);
 }
 
-TEST_F(ShortcutRegistryTest, ATakenCombinationIsSkippedInSilenceAndTakenOnceItIsFree) {
+TEST_F(ShortcutRegistryTest, ACombinationOfAnotherProgramIsToldAndHadOnceItIsFree) {
   prepareDesktop();
   desktop->hotKeys().take(keyF, control | option);
+  EXPECT_FALSE(registry().isTaken(Action::toggleFocus)) << "not asked for before the start";
   launch();
   EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u);
+  EXPECT_TRUE(registry().isTaken(Action::toggleFocus));
+  EXPECT_FALSE(registry().isTaken(Action::setStandard));
   EXPECT_TRUE(press(keyF)) << "by the other program";
   EXPECT_EQ(state().userMode(), VeilMode::standard);
   desktop->hotKeys().giveBack(keyF, control | option);
   registry().start();
   EXPECT_EQ(desktop->hotKeys().registeredCount(), 2u) << "started once";
-  registry().setShortcuts(registry().shortcuts());
+  int announcements = 0;
+  const auto observer = registry().observe([&] { ++announcements; });
+  for (int time = 0; time < 2; ++time) registry().retry();
+  EXPECT_EQ(announcements, 1) << "nothing is left to ask for";
+  EXPECT_EQ(desktop->hotKeys().registeredCount(), 3u);
+  EXPECT_FALSE(registry().isTaken(Action::toggleFocus));
+  desktop->hotKeys().take(keyG, control | option);
+  registry().setShortcuts({{Action::toggleFocus, false, keyG, control | option}});
+  EXPECT_FALSE(registry().isTaken(Action::toggleFocus)) << "nobody wants it";
+}
+
+TEST_F(ShortcutRegistryTest, KeysFollowTheKeyboardMapAndAreTakenWhereAnotherProgramIsAlready) {
+  launch();
+  constexpr std::uint16_t keyJ = 38;
+  desktop->hotKeys().take(keyG, control | option);
+  int announcements = 0;
+  const auto observer = registry().observe([&] { ++announcements; });
+  const auto swap = [this](std::uint16_t first, std::uint16_t second) {
+    desktop->hotKeys().swapPlaces(first, second);
+    desktop->drain();
+  };
+  swap(keyF, keyG);
+  EXPECT_TRUE(registry().isTaken(Action::toggleFocus));
+  EXPECT_EQ(announcements, 1);
+  swap(keyA, keyJ);
+  EXPECT_TRUE(press(keyA));
+  EXPECT_EQ(state().userMode(), VeilMode::cleanDesktop);
+  EXPECT_TRUE(registry().isTaken(Action::toggleFocus));
+  swap(keyG, keyF);
+  EXPECT_FALSE(registry().isTaken(Action::toggleFocus));
   EXPECT_EQ(desktop->hotKeys().registeredCount(), 3u);
 }
 

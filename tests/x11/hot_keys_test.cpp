@@ -1,9 +1,11 @@
 #include <array>
 
-#include "tests/x11/desktop.h"
+#include "tests/x11/panel_desktop.h"
 
 namespace hushpane::x11_tests {
 namespace {
+
+constexpr std::uint16_t controlOption = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
 
 class HotKeys : public Desktop {
  protected:
@@ -76,7 +78,6 @@ TEST_F(HotKeys, HeldKeyThatRepeatsIsOnePress) {
 
 TEST_F(HotKeys, CombinationOfAnotherProgramStaysItsOwn) {
   constexpr xcb_keycode_t letterF = 41;
-  constexpr std::uint16_t controlOption = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
   const XConnection other(display());
   // With Caps Lock only: whoever has part of it has it.
   xcb_grab_key(other.get(), 1, other.root(), controlOption | XCB_MOD_MASK_LOCK, letterF, XCB_GRAB_MODE_ASYNC,
@@ -89,11 +90,6 @@ TEST_F(HotKeys, CombinationOfAnotherProgramStaysItsOwn) {
   EXPECT_TRUE(entersMode("cleanDesktop"));
   EXPECT_EQ(stopHushpane(), 0);
   EXPECT_EQ(hushpane().errors(), "");
-  xcb_ungrab_key(other.get(), letterF, other.root(), XCB_MOD_MASK_ANY);
-  other.sync();
-  startHushpane();
-  waitForKeys();
-  EXPECT_TRUE(allSwitch());
 }
 
 TEST_F(HotKeys, FollowTheirPlacesThroughChangesOfTheKeyboardMap) {
@@ -108,18 +104,57 @@ TEST_F(HotKeys, FollowTheirPlacesThroughChangesOfTheKeyboardMap) {
     for (const char* modifier : {"ctrl", "alt"}) keyboard("keyup", modifier);
   }
   runTool({"setxkbmap", "us"});
-  // Num Lock becomes another modifier, and two keys change their places.
+  // Num Lock becomes another modifier.
   runTool({"xmodmap", "-e", "clear mod2", "-e", "clear mod3", "-e", "add mod3 = Num_Lock"});
   keyboard("key", "Num_Lock");
   EXPECT_TRUE(allSwitch());
   keyboard("key", "Num_Lock");
-  runTool({"sh", "-c",
-           "xkbcomp $DISPLAY - 2>/dev/null | sed 's/<AC04> = 41/<AC04> = 42/; s/<AC05> = 42/<AC05> = 41/' | "
-           "xkbcomp -w0 - $DISPLAY"});
-  EXPECT_TRUE(waitUntil([this] {
-    press("42");
-    return sharedFile().value("hushpane.userMode") == "focus";
-  }));
+}
+
+class HotKeysOnThePanel : public PanelDesktop {
+ protected:
+  HotKeysOnThePanel() { startTray(); }
+
+  // Both worlds have the same keyboard.
+  void swapPlacesOfFAndG() {
+    runTool({"sh", "-c",
+             "xkbcomp $DISPLAY - 2>/dev/null | "
+             "sed -E 's/(<AC04> =) 41/\\1 42/; t; s/(<AC04> =) 42/\\1 41/; "
+             "t; s/(<AC05> =) 42/\\1 41/; t; s/(<AC05> =) 41/\\1 42/' | "
+             "xkbcomp -w0 - $DISPLAY"});
+    twin().desktop().hotKeys().swapPlaces(letterF, letterG);
+  }
+
+  static constexpr std::uint16_t letterF = 3, letterG = 5;
+  static constexpr xcb_keycode_t placeOfF = 41;
+  static constexpr Point gear{336, 24};
+};
+INSTANTIATE_TEST_SUITE_P(Desktop, HotKeysOnThePanel, testing::Values(false));
+
+TEST_P(HotKeysOnThePanel, AreStruckThroughWhileAnotherProgramHasThem) {
+  using platform::modifier::control, platform::modifier::option;
+  const XConnection other(display());
+  startWithIcon();
+  clickIcon();
+  clickAt(gear);
+  click("Keyboard shortcuts");
+  xcb_grab_key(other.get(), 1, other.root(), controlOption, placeOfF, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  other.sync();
+  EXPECT_TRUE(twin().desktop().hotKeys().take(letterF, control | option));
+  click("Keyboard shortcuts");
+  EXPECT_TRUE(looksAsItShould()) << "the other program was there first";
+  shot("hot-key-taken");
+  swapPlacesOfFAndG();
+  EXPECT_TRUE(looksAsItShould()) << "the key has another place now, where it can be had";
+  swapPlacesOfFAndG();
+  EXPECT_TRUE(looksAsItShould()) << "and has lost it again";
+  xcb_ungrab_key(other.get(), placeOfF, other.root(), XCB_MOD_MASK_ANY);
+  other.sync();
+  twin().desktop().hotKeys().giveBack(letterF, control | option);
+  for (int time = 0; time < 2; ++time) click("Keyboard shortcuts");
+  EXPECT_TRUE(looksAsItShould());
+  keyboard("key", "ctrl+alt+f");
+  EXPECT_TRUE(entersMode("focus"));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "desktops/sim/sim_main_queue.h"
 #include "platform/handler_list.h"
@@ -20,10 +21,14 @@ class SimHotKeys : public platform::HotKeys {
   platform::Token installHandler(Handler handler) override;
   platform::Token registerHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers,
                                  platform::HotKeyID id) override;
+  platform::Token installChangeHandler(ChangeHandler handler) override;
 
   // Another program takes a combination; false when somebody has it already.
   bool take(std::uint16_t keyCode, platform::ModifierFlags modifiers);
   void giveBack(std::uint16_t keyCode, platform::ModifierFlags modifiers);
+  // The keyboard map changes so that two keys change their places. What another program has stays where it is on the
+  // keyboard, and so is a combination with the other key from now on.
+  void swapPlaces(std::uint16_t first, std::uint16_t second);
   // A key goes down with these modifiers; true when the program or another one has the combination, so that the window
   // in front hears nothing of it.
   bool press(std::uint16_t keyCode, platform::ModifierFlags modifiers);
@@ -36,10 +41,16 @@ class SimHotKeys : public platform::HotKeys {
   static Combination combination(std::uint16_t keyCode, platform::ModifierFlags modifiers);
 
   SimMainQueue& queue_;
-  using Registered = std::map<Combination, platform::HotKeyID>;
+  struct Registration {
+    platform::HotKeyID id;
+    unsigned number = 0;
+  };
+  using Registered = std::map<Combination, Registration>;
   std::shared_ptr<Registered> registered_ = std::make_shared<Registered>();
   std::set<Combination> taken_;
+  unsigned lastRegistration_ = 0;
   platform::HandlerList<void(platform::HotKeyID)> handlers_;
+  platform::HandlerList<void(const std::vector<platform::HotKeyID>&)> changeHandlers_;
 };
 
 }  // namespace hushpane::sim

@@ -30,7 +30,7 @@ HotKeys::HotKeys(Connection& connection, platform::MainQueue& queue, KeyboardMap
       queue_(queue),
       keyboard_(keyboard),
       mapChanges_(keyboard.onChange([this] {
-        if (!std::exchange(isGrabbingAgain_, true)) queue_.async(lifetime_.weak([this] { grabAgain(); }));
+        if (!std::exchange(isMapChangeQueued_, true)) queue_.async(lifetime_.weak([this] { mapChanged(); }));
       })),
       events_(connection.addEventHandler([this](const xcb_generic_event_t& event) { handle(event); })) {
   // A key that is held then repeats as presses, and is released once.
@@ -51,8 +51,7 @@ platform::Token HotKeys::registerHotKey(std::uint16_t keyCode, platform::Modifie
   const auto number = ++lastKey_;
   hotKeys_.emplace(number, std::move(key));
   return platform::Token(lifetime_.weak([this, number] {
-    const auto node = hotKeys_.extract(number);
-    ungrab(node.mapped());
+    if (const auto node = hotKeys_.extract(number)) ungrab(node.mapped());
   }));
 }
 
@@ -83,19 +82,24 @@ bool HotKeys::grab(HotKey& key) {
   return false;
 }
 
-void HotKeys::ungrab(HotKey& key) {
+void HotKeys::ungrab(const HotKey& key) {
   for (const auto& held : key.grabs)
     xcb_ungrab_key(connection_.get(), held.keycode, connection_.root(), held.modifiers);
-  key.grabs.clear();
 }
 
-void HotKeys::grabAgain() {
-  isGrabbingAgain_ = false;
-  // The server also tells of a new map when another keyboard is typed on, and both maps are mostly the same.
-  const auto isInPlace = [this](const auto& entry) { return wantedGrabs(entry.second) == entry.second.grabs; };
-  if (std::ranges::all_of(hotKeys_, isInPlace)) return;
-  for (auto& [number, key] : hotKeys_) ungrab(key);
-  for (auto& [number, key] : hotKeys_) grab(key);
+// The server also tells of a new map when another keyboard is typed on, and both maps are mostly the same: what is in
+// place stays.
+void HotKeys::mapChanged() {
+  isMapChangeQueued_ = false;
+  std::vector<platform::HotKeyID> lost;
+  std::erase_if(hotKeys_, [&](const auto& entry) {
+    const auto& key = entry.second;
+    if (wantedGrabs(key) == key.grabs) return false;
+    ungrab(key);
+    lost.push_back(key.id);
+    return true;
+  });
+  changeHandlers_.forEach([&lost](const auto& handler) { handler(lost); });
 }
 
 void HotKeys::handle(const xcb_generic_event_t& event) {

@@ -15,8 +15,8 @@
 namespace hushpane::x11 {
 
 // Hot keys as passive grabs of the core keyboard on the root window. A combination is grabbed with every state of Caps
-// Lock and Num Lock, or not at all. When the keyboard map changes, the grabs move with the places of their keys; a
-// combination that cannot be grabbed in its new place is absent until it is registered again.
+// Lock and Num Lock, or not at all. Grabs are of keycodes: those that stand for another key after a change of the
+// keyboard map are dropped.
 class HotKeys : public platform::HotKeys {
  public:
   HotKeys(Connection& connection, platform::MainQueue& queue, KeyboardMap& keyboard);
@@ -25,6 +25,9 @@ class HotKeys : public platform::HotKeys {
   // One round trip.
   platform::Token registerHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers,
                                  platform::HotKeyID id) override;
+  platform::Token installChangeHandler(ChangeHandler handler) override {
+    return changeHandlers_.add(std::move(handler));
+  }
 
  private:
   struct Grab {
@@ -36,13 +39,13 @@ class HotKeys : public platform::HotKeys {
     std::uint16_t keyCode;    // virtual
     std::uint16_t modifiers;  // of the X protocol, without lock keys
     platform::HotKeyID id;
-    std::vector<Grab> grabs;  // empty while they cannot be had
+    std::vector<Grab> grabs;
   };
 
   std::vector<Grab> wantedGrabs(const HotKey& key);
   bool grab(HotKey& key);
-  void ungrab(HotKey& key);
-  void grabAgain();
+  void ungrab(const HotKey& key);
+  void mapChanged();
   void handle(const xcb_generic_event_t& event);
   void keyPressed(const xcb_key_press_event_t& event);
 
@@ -52,8 +55,9 @@ class HotKeys : public platform::HotKeys {
   std::map<unsigned, HotKey> hotKeys_;
   unsigned lastKey_ = 0;
   std::bitset<256> down_;  // keys whose press was told
-  bool isGrabbingAgain_ = false;
+  bool isMapChangeQueued_ = false;
   platform::HandlerList<void(platform::HotKeyID)> handlers_;
+  platform::HandlerList<void(const std::vector<platform::HotKeyID>&)> changeHandlers_;
   platform::Token mapChanges_;
   platform::Token events_;
   platform::Lifetime lifetime_;

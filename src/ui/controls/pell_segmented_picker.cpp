@@ -16,12 +16,14 @@ const platform::TextStyle titleStyle{.font = {.size = 11, .weight = platform::Fo
                                      .minimumScale = smallestTitleScale};
 
 Element titleOf(const SegmentedPickerItem& item, double width, const Updates& updates) {
-  return text(localized(item.title), titleStyle)
-      .foreground(item.isSelected ? opaqueBlack : primary.opacity(0.6))
-      .frame({.width = width, .height = itemHeight})
-      .contentShape(Capsule{})
-      .onTap([choose = item.choose, updates] { updates.withAnimation(slide, choose); })
-      .accessibility({.role = AccessibilityRole::button, .isOn = item.isSelected});
+  const Element title =
+      text(localized(item.title), titleStyle)
+          .foreground(item.isSelected ? opaqueBlack : primary.opacity(0.6))
+          .frame({.width = width, .height = itemHeight})
+          .contentShape(Capsule{})
+          .onTap([choose = item.choose, updates] { updates.withAnimation(slide, choose); })
+          .accessibility({.role = AccessibilityRole::button, .label = item.tooltip, .isOn = item.isSelected});
+  return item.tooltip.empty() ? title : title.tooltip(item.tooltip);
 }
 
 Element highlightOf(const SegmentedPickerItem& item, double width, const AdaptiveColor& tint, Context& context) {

@@ -2,7 +2,7 @@
 
 #include <concepts>
 #include <functional>
-#include <utility>
+#include <string>
 #include <vector>
 
 #include "declarative/element.h"
@@ -14,6 +14,7 @@ namespace hushpane {
 // The looks of a picker, whatever its values are.
 struct SegmentedPickerItem {
   LocalizationKey title;
+  std::string tooltip;  // what a title that is a sign stands for; else empty
   bool isSelected = false;
   std::function<void()> choose;
 };
@@ -25,7 +26,11 @@ declarative::Element segmentedPicker(const std::vector<SegmentedPickerItem>& ite
 // selection changes; there is none while the selection is not among the options.
 template <std::equality_comparable Value>
 struct PellSegmentedPicker {
-  using Option = std::pair<LocalizationKey, Value>;
+  struct Option {
+    LocalizationKey title;
+    Value value;
+    std::string tooltip = {};
+  };
 
   declarative::Binding<Value> selection;
   std::vector<Option> options;
@@ -35,8 +40,8 @@ struct PellSegmentedPicker {
   declarative::Element body(declarative::Context& context) const {
     std::vector<SegmentedPickerItem> items;
     const Value selected = selection.get();
-    for (const auto& [title, value] : options)
-      items.push_back({title, value == selected, [set = selection.set, value = value] { set(value); }});
+    for (const auto& [title, value, tooltip] : options)
+      items.push_back({title, tooltip, value == selected, [set = selection.set, value = value] { set(value); }});
     return segmentedPicker(items, activeTint, itemWidth, context);
   }
 };

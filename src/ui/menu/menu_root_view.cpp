@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ui/global_accent.h"
+#include "ui/key_names.h"
 #include "ui/localized.h"
 #include "ui/menu/language_menu.h"
 #include "ui/menu/mode_pod_view.h"
@@ -96,10 +97,14 @@ Element card(const MenuRootView& page) {
   return Element(SurfaceControlsCard{mode, page.prefs, globalAccent}).transition(shrunk);
 }
 
+Element reminder(RevealModifier modifier) {
+  return note(localized("Hold %@ to Reveal"_key, {labelOf(modifier)})).tooltip(keyName(modifier));
+}
+
 Element modeSection(const MenuRootView& page) {
   return verticalStack({.alignment = HorizontalAlignment::leading, .spacing = sectionSpacing},
                        {pods(page.state), description(page.state.renderedState().effectiveMode), card(page),
-                        note(localized("Hold %@ to Reveal"_key, {labelOf(page.state.revealMonitor().modifier)}))});
+                        reminder(page.state.revealMonitor().modifier)});
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ constexpr TransitionEffect ofPreferences = fadedAt(28), ofMenu = fadedAt(-28);
 
 Element welcomePage() {
   const WelcomeView page{.onContinue = [] { AppRouter::shared().continueFromWelcome(); }, .voltGreen = globalAccent};
-  return Element(page).transition(ofWelcome);
+  return Element(page).scrolling().transition(ofWelcome);
 }
 
 Element preferencesPage() {
@@ -39,7 +39,7 @@ Element menuPage() {
   const MenuRootView page{.state = StateController::shared(),
                           .prefs = PreferencesStore::shared(),
                           .onOpenSettings = [] { AppRouter::shared().openSettings(); }};
-  return Element(page).transition(ofMenu);
+  return Element(page).scrolling().transition(ofMenu);
 }
 
 // The panel always opens on the menu, or on the welcome page.
@@ -48,6 +48,7 @@ void panelClosed() {
   StateController::shared().clearReviewRequestAfter(reviewDelay);
 }
 
+// Pages scroll where the display is too low for them.
 struct PanelPages {
   Element body(Context& context) const {
     auto& router = AppRouter::shared();

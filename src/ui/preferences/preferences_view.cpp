@@ -18,8 +18,8 @@ using platform::FontWeight;
 
 namespace {
 
-constexpr double width = 360;       // points
-constexpr double captionSize = 10;  // points
+constexpr double width = 360, margin = 12, spacing = 8;  // points
+constexpr double captionSize = 10;                       // points
 
 Element header() {
   const BackButton back{[] { AppRouter::shared().setShowingSettings(false); }};
@@ -57,11 +57,16 @@ Element footer() {
 Element PreferencesView::body(Context& context) const {
   StoredChanges storedChanges;
   context.observe(storedChanges);
-  return verticalStack({.alignment = HorizontalAlignment::leading, .spacing = 8},
-                       {header(), faintDivider(), GeneralSection{prefs}, ShortcutsSection{prefs}, UpdatesSection{},
-                        faintDivider(), footer()})
-      .padding(12)
-      .frame({.width = width});
+  // Where the page is too high, its sections scroll beneath the header.
+  const Element top =
+      verticalStack({.alignment = HorizontalAlignment::leading, .spacing = spacing}, {header(), faintDivider()})
+          .padding({.top = margin, .leading = margin, .trailing = margin});
+  const Element rest =
+      verticalStack({.alignment = HorizontalAlignment::leading, .spacing = spacing},
+                    {GeneralSection{prefs}, ShortcutsSection{prefs}, UpdatesSection{}, faintDivider(), footer()})
+          .padding({spacing, margin, margin, margin})
+          .scrolling();
+  return verticalStack({.alignment = HorizontalAlignment::leading, .spacing = 0}, {top, rest}).frame({.width = width});
 }
 
 }  // namespace hushpane

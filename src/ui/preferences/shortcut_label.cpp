@@ -3,17 +3,19 @@
 #include <array>
 #include <utility>
 
+#include "ui/key_names.h"
+
 namespace hushpane {
 
 namespace {
 
 // By place on the ANSI keyboard.
-constexpr std::array<std::pair<std::uint16_t, char>, 8> keyNames{
+constexpr std::array<std::pair<std::uint16_t, char>, 8> letters{
     {{0, 'A'}, {1, 'S'}, {3, 'F'}, {18, '1'}, {19, '2'}, {20, '3'}, {21, '4'}, {23, '5'}}};
 
-char keyName(std::uint16_t keyCode) {
-  for (const auto& [code, name] : keyNames)
-    if (code == keyCode) return name;
+char letterOf(std::uint16_t keyCode) {
+  for (const auto& [code, letter] : letters)
+    if (code == keyCode) return letter;
   return '?';
 }
 
@@ -32,10 +34,13 @@ const char* symbolOf(RevealModifier modifier) {
 std::string shortcutLabel(const HushpaneShortcut* shortcut) {
   if (!shortcut) return "—";
   std::string label;
-  for (const auto modifier :
-       {RevealModifier::control, RevealModifier::option, RevealModifier::shift, RevealModifier::command})
+  for (const auto modifier : modifiersInOrder)
     if (shortcut->modifiersRaw & flagOf(modifier)) label += symbolOf(modifier);
-  return label + keyName(shortcut->keyCode);
+  return label + letterOf(shortcut->keyCode);
+}
+
+std::string shortcutKeys(const HushpaneShortcut& shortcut) {
+  return keyNames(shortcut.modifiers(), std::string(1, letterOf(shortcut.keyCode)));
 }
 
 }  // namespace hushpane

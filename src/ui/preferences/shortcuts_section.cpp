@@ -1,6 +1,7 @@
 #include "ui/preferences/shortcuts_section.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "input/shortcut_registry.h"
@@ -9,6 +10,7 @@
 #include "ui/controls/pell_switch_style.h"
 #include "ui/global_accent.h"
 #include "ui/isolated.h"
+#include "ui/key_names.h"
 #include "ui/localized.h"
 #include "ui/preferences/section_card.h"
 #include "ui/preferences/shortcut_label.h"
@@ -21,8 +23,9 @@ using Action = HushpaneShortcut::Action;
 namespace {
 
 constexpr double pickerItemWidth = 32;  // points
-constexpr platform::TextStyle summaryStyle{
-    .font = {.size = 11.5, .italic = true}, .lineLimit = 1, .minimumScale = 0.85};
+constexpr double cardWidth = 312;       // points; what the card leaves a row
+const platform::TextStyle summaryStyle{.font = {.size = 11.5, .italic = true}, .lineLimit = 1, .minimumScale = 0.85};
+constexpr const char* separator = "  ·  ";
 
 bool isAnyEnabled(const ShortcutRegistry& registry) {
   return std::ranges::any_of(registry.shortcuts(), &HushpaneShortcut::enabled);
@@ -38,18 +41,48 @@ Element masterRow(ShortcutRegistry& registry) {
                 PellSwitchStyle{globalAccent, 1});
 }
 
+// All parts of a line shrink alike where it is too long.
+platform::TextStyle fittingStyle(const std::string& line) {
+  auto style = summaryStyle;
+  style.font.size *= platform::Platform::current().textEngine().layout(line, style, cardWidth)->fontScale();
+  style.minimumScale = 1;
+  return style;
+}
+
+Element struckThrough(const Element& words) {
+  return words.opacity(0.7).overlay(fill(Rectangle{}).frame({.height = 1}));
+}
+
+// A mode with its keys, and what is to be known of them.
+struct SummaryPart {
+  std::string words;
+  std::string keys;
+  bool isTaken = false;
+
+  Element in(const platform::TextStyle& style) const {
+    const Element line = text(words, style);
+    return isTaken ? struckThrough(line).tooltip(localized("%@ is used by another program"_key, {keys}))
+                   : line.tooltip(keys);
+  }
+};
+
 Element summary(const ShortcutRegistry& registry) {
-  const auto piece = [&registry](LocalizationKey mode, Action action) {
-    return localized(mode) + " " + isolated(shortcutLabel(registry.shortcut(action)));
+  const auto part = [&registry](LocalizationKey mode, Action action) {
+    const auto* shortcut = registry.shortcut(action);
+    return SummaryPart{localized(mode) + " " + isolated(shortcutLabel(shortcut)), shortcutKeys(*shortcut),
+                       registry.isTaken(action)};
   };
-  return text(piece("Standard"_key, Action::setStandard) + "  ·  " + piece("Ambience"_key, Action::toggleCleanDesktop) +
-                  "  ·  " + piece("Focus"_key, Action::toggleFocus),
-              summaryStyle)
+  const std::array parts{part("Standard"_key, Action::setStandard), part("Ambience"_key, Action::toggleCleanDesktop),
+                         part("Focus"_key, Action::toggleFocus)};
+  const auto style = fittingStyle(parts[0].words + separator + parts[1].words + separator + parts[2].words);
+  const auto between = [&style] { return text(separator, style); };
+  return horizontalStack({.alignment = VerticalAlignment::firstTextBaseline, .spacing = 0},
+                         {parts[0].in(style), between(), parts[1].in(style), between(), parts[2].in(style)})
       .foreground(secondary);
 }
 
 PellSegmentedPicker<RevealModifier>::Option optionOf(RevealModifier modifier) {
-  return {LocalizationKey{symbolOf(modifier)}, modifier};
+  return {LocalizationKey{symbolOf(modifier)}, modifier, keyName(modifier)};
 }
 
 Element revealRow(PreferencesStore& prefs) {
@@ -74,7 +107,8 @@ Element ShortcutsSection::body(Context& context) const {
   context.observe(prefs);
   context.observe(registry);
   return sectionCard("SHORTCUTS",
-                     {masterRow(registry), isAnyEnabled(registry) ? summary(registry) : Element(), revealRow(prefs)});
+                     {masterRow(registry), isAnyEnabled(registry) ? summary(registry) : Element(), revealRow(prefs)})
+      .onAppear([&registry] { registry.retry(); });
 }
 
 }  // namespace hushpane

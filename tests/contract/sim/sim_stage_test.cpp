@@ -54,6 +54,10 @@ class SimStage : public Stage {
   bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) override {
     return desktop_->hotKeys().take(keyCode, modifiers);
   }
+  void swapKeys() override {
+    constexpr std::uint16_t letterJ = 38, letterK = 40;
+    desktop_->hotKeys().swapPlaces(letterJ, letterK);
+  }
   void moveMouse(double points) override { desktop_->eventMonitors().moveMouse(points); }
 
   void changeSetting(const std::string& key, const platform::Value& value) override {

@@ -48,6 +48,7 @@ TEST_F(MenuRootViewTest, ThePageIs360WideWithItsRowsInTheirOrder) {
   EXPECT_EQ(page.size().width, 360);
   EXPECT_EQ(page.text("Hushpane").frame.x, 12);
   EXPECT_EQ(page.host().tooltip({336, 24}), "Settings");
+  EXPECT_EQ(page.host().tooltip(page.text(quitKeys).center()), "Ctrl+Q or Super+Q");
   const auto pods = page.all([](const Shown& shown) { return shown.as<FilledPath>() && shown.frame.height > 40; });
   ASSERT_EQ(pods.size(), 3u);
   for (const auto& pod : pods) EXPECT_NEAR(pod.frame.width, (336 - 2 * 10) / 3.0, 1);
@@ -87,7 +88,7 @@ TEST_F(MenuRootViewTest, WhileTheRevealKeyIsHeldNoPodIsActiveAndTheCardStays) {
   auto page = menu();
   page.advance(settled);
   EXPECT_TRUE(page.shows("Reduce clutter, keep context"));
-  EXPECT_TRUE(page.shows("Hold ⌘ Command to Reveal"));
+  EXPECT_EQ(page.host().tooltip(page.text("Hold ⌘ Command to Reveal").center()), "Super");
   desktop->eventMonitors().pressModifier(platform::modifier::command);
   desktop->advance(settled);
   EXPECT_TRUE(page.shows("All contents temporarily visible"));

@@ -1,6 +1,7 @@
 #include "ui/preferences/preferences_view.h"
 
 #include "input/shortcut_registry.h"
+#include "localization/language_manager.h"
 #include "support/page.h"
 #include "ui/global_accent.h"
 #include "ui/localized_root.h"
@@ -48,16 +49,35 @@ class PreferencesViewTest : public PageTest {
   }
 };
 
-const std::string summary = "Standard \u2068⌃⌥S\u2069  ·  Ambience \u2068⌃⌥A\u2069  ·  Focus \u2068⌃⌥F\u2069";
+const std::string standardKeys = "Standard \u2068⌃⌥S\u2069", cleanDesktopKeys = "Ambience \u2068⌃⌥A\u2069",
+                  focusKeys = "Focus \u2068⌃⌥F\u2069", separator = "  ·  ";
 
 TEST_F(PreferencesViewTest, ThePageIs360WideWithItsRowsInTheirOrder) {
   desktop->bundle().setInfoString("CFBundleShortVersionString", "1.2");
   const auto shown = page();
-  EXPECT_EQ(shown.words(),
-            (std::vector<std::string>{"Settings", "GENERAL", "Launch at login", "Shake mouse to reset mode",
-                                      "Apply to all displays", "SHORTCUTS", "Keyboard shortcuts", summary, "Reveal key",
-                                      "⌥", "⇧", "⌃", "⌘", "UPDATES", "Automatically check for updates",
-                                      "Check for updates now", "Version 1.2", "Rate Hushpane", "Contact Us"}));
+  EXPECT_EQ(shown.words(), (std::vector<std::string>{"Settings",
+                                                     "GENERAL",
+                                                     "Launch at login",
+                                                     "Shake mouse to reset mode",
+                                                     "Apply to all displays",
+                                                     "SHORTCUTS",
+                                                     "Keyboard shortcuts",
+                                                     standardKeys,
+                                                     separator,
+                                                     cleanDesktopKeys,
+                                                     separator,
+                                                     focusKeys,
+                                                     "Reveal key",
+                                                     "⌥",
+                                                     "⇧",
+                                                     "⌃",
+                                                     "⌘",
+                                                     "UPDATES",
+                                                     "Automatically check for updates",
+                                                     "Check for updates now",
+                                                     "Version 1.2",
+                                                     "Rate Hushpane",
+                                                     "Contact Us"}));
   EXPECT_EQ(shown.size().width, 360);
   EXPECT_EQ(shown.fillsOf(primary.opacity(0.04).light).size(), 3u) << "a card for each section";
   EXPECT_NEAR(shown.text("Version 1.2").frame.y, shown.text("Rate Hushpane").frame.y, 0.51) << "on one baseline";
@@ -132,11 +152,37 @@ TEST_F(PreferencesViewTest, TheShortcutsAreSwitchedTogether) {
   toggle(shown, "Keyboard shortcuts");
   for (const auto& shortcut : registry().shortcuts()) EXPECT_FALSE(shortcut.enabled);
   EXPECT_EQ(desktop->hotKeys().registeredCount(), 0u);
-  EXPECT_FALSE(shown.shows(summary));
+  EXPECT_FALSE(shown.shows(focusKeys));
   toggle(shown, "Keyboard shortcuts");
   for (const auto& shortcut : registry().shortcuts()) EXPECT_TRUE(shortcut.enabled);
   EXPECT_EQ(desktop->hotKeys().registeredCount(), 3u);
-  EXPECT_TRUE(shown.shows(summary));
+  EXPECT_TRUE(shown.shows(focusKeys));
+}
+
+TEST_F(PreferencesViewTest, AKeyOfAnotherProgramIsStruckThroughAndToldByTheNamesOfItsKeys) {
+  using platform::modifier::control, platform::modifier::option;
+  constexpr std::uint16_t keyF = 3, keyG = 5;
+  auto shown = page();
+  const auto tooltip = [&](const std::string& words) { return shown.host().tooltip(shown.text(words).center()); };
+  const auto isStruck = [&](const std::string& words) {
+    const auto place = shown.text(words).frame;
+    return !shown.fillsOf(place.width, 1).empty() && shown.fillsOf(place.width, 1).front().frame.x == place.x;
+  };
+  EXPECT_EQ(tooltip(focusKeys), "Ctrl+Alt+F");
+  EXPECT_FALSE(isStruck(focusKeys));
+  desktop->hotKeys().take(keyG, control | option);
+  desktop->hotKeys().swapPlaces(keyF, keyG);
+  shown.advance(settled);
+  EXPECT_EQ(tooltip(focusKeys), "Ctrl+Alt+F is used by another program") << "while the page is open";
+  EXPECT_TRUE(isStruck(focusKeys));
+  EXPECT_EQ(tooltip(standardKeys), "Ctrl+Alt+S");
+  EXPECT_FALSE(isStruck(standardKeys));
+  LanguageManager::shared().select("de");
+  shown.advance(settled);
+  EXPECT_EQ(tooltip("Fokus \u2068⌃⌥F\u2069"), "Strg+Alt+F wird von einem anderen Programm verwendet");
+  desktop->hotKeys().giveBack(keyF, control | option);
+  page();
+  EXPECT_EQ(tooltip("Fokus \u2068⌃⌥F\u2069"), "Strg+Alt+F") << "asked for again as the page comes on screen";
 }
 
 TEST_F(PreferencesViewTest, ShortcutsAreWrittenWithTheirModifiersInOrder) {
@@ -146,12 +192,27 @@ TEST_F(PreferencesViewTest, ShortcutsAreWrittenWithTheirModifiersInOrder) {
   EXPECT_EQ(shortcutLabel(&all), "⌃⌥⇧⌘A");
   EXPECT_EQ(shortcutLabel(&unnamed), "?");
   EXPECT_EQ(shortcutLabel(nullptr), "—");
+
+  registry().setShortcuts({{Action::setStandard, true, 0, all.modifiersRaw},
+                           {Action::toggleCleanDesktop, true, 1, all.modifiersRaw},
+                           {Action::toggleFocus, true, 3, all.modifiersRaw}});
+  LanguageManager::shared().select("ro");
+  const auto shown = page();
+  const auto first = shown.text("Standard \u2068⌃⌥⇧⌘A\u2069"), last = shown.text("Concentrare \u2068⌃⌥⇧⌘F\u2069");
+  EXPECT_LE(last.frame.right(), 360 - 24);
+  EXPECT_EQ(first.as<DrawnText>()->layout->size().height, last.as<DrawnText>()->layout->size().height)
+      << "all parts shrink alike";
+  EXPECT_FALSE(last.as<DrawnText>()->layout->isTruncated());
 }
 
 TEST_F(PreferencesViewTest, TheRevealKeyTakesEffectAtOnce) {
   preferences().revealModifierRaw = "hyper";
   auto shown = page();
   EXPECT_TRUE(hasColor(shown.text("⌥"), platform::black)) << "stands in for an unknown one";
+  LanguageManager::shared().select("de");
+  shown.advance(settled);
+  for (const auto& [sign, name] : {std::pair{"⌥", "Alt"}, {"⇧", "Umschalt"}, {"⌃", "Strg"}, {"⌘", "Super"}})
+    EXPECT_EQ(shown.host().tooltip(shown.text(sign).center()), name);
   shown.click("⌘");
   shown.advance(settled);
   EXPECT_EQ(stored(storedKeys::revealModifier), platform::Value("command"));

@@ -79,13 +79,20 @@ class X11Stage : public Stage {
   }
   bool takeHotKey(std::uint16_t keyCode, platform::ModifierFlags modifiers) override {
     using namespace platform::modifier;
-    constexpr std::uint16_t letterK = 40;
-    constexpr xcb_keycode_t keycodeOfK = 45;
-    if (keyCode != letterK || modifiers != (control | option)) throw std::runtime_error("this stage cannot take that");
+    constexpr std::uint16_t letterJ = 38, letterK = 40;
+    const bool isKnown = (keyCode == letterJ || keyCode == letterK) && modifiers == (control | option);
+    if (!isKnown) throw std::runtime_error("this stage cannot take that");
+    const xcb_keycode_t keycode = (keyCode == letterJ) == areKeysSwapped_ ? placeOfK : placeOfJ;
     auto* server = session_.x().get();
     const auto cookie = xcb_grab_key_checked(server, 1, session_.x().root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1,
-                                             keycodeOfK, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+                                             keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     return !x11_tests::own(xcb_request_check(server, cookie));
+  }
+  void swapKeys() override {
+    areKeysSwapped_ = !areKeysSwapped_;
+    const std::string places = areKeysSwapped_ ? "s/(<AC08> =) 45/\\1 44/; s/(<AC07> =) 44/\\1 45/"
+                                               : "s/(<AC08> =) 44/\\1 45/; s/(<AC07> =) 45/\\1 44/";
+    session_.runTool({"sh", "-c", "xkbcomp $DISPLAY - 2>/dev/null | sed -E '" + places + "' | xkbcomp -w0 - $DISPLAY"});
   }
   void moveMouse(double points) override {
     session_.runTool({"xdotool", "mousemove_relative", "--", std::to_string(std::lround(points)), "0"});
@@ -114,6 +121,8 @@ class X11Stage : public Stage {
   void endPlatform() override { platform_.reset(); }
 
  private:
+  static constexpr xcb_keycode_t placeOfJ = 44, placeOfK = 45;
+
   static std::string nameOf(platform::ModifierFlags modifier) {
     switch (modifier) {
       case platform::modifier::option: return "alt";
@@ -127,6 +136,7 @@ class X11Stage : public Stage {
   x11_tests::Session session_;
   std::map<int, std::unique_ptr<x11_tests::Process>> programs_;
   std::unique_ptr<x11::X11Platform> platform_;
+  bool areKeysSwapped_ = false;
 };
 
 const StageFactory real{"X11Desktop", [] { return std::make_unique<X11Stage>(); }};
