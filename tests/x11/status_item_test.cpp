@@ -35,7 +35,7 @@ class StatusItem : public testing::Test, protected Session {
     item().setToolTip("Focus");
     item().setImage(icon());
   }
-  void startTray(Pixel ground) { tray_ = std::make_unique<Tray>(environment(), logs(), x(), ground); }
+  void startTray(Pixel ground) { tray_ = std::make_unique<Tray>(environment(), logs(), x(), Tray::Look{ground}); }
   void startHost(bool hasHost = true) {
     host_.reset();
     host_ = std::make_unique<StatusNotifierHost>(environment().at("DBUS_SESSION_BUS_ADDRESS"), hasHost);
