@@ -20,6 +20,9 @@ class DesktopPicture : public testing::Test {
  protected:
   TemporaryFolder folder;
   Environment settings{"XDG_CONFIG_HOME", folder.path().c_str()};
+  Environment systemSettings{"XDG_CONFIG_DIRS", (folder / "system").c_str()};
+  Environment data{"XDG_DATA_HOME", (folder / "data").c_str()};
+  Environment systemData{"XDG_DATA_DIRS", (folder / "share").c_str()};
 
   std::string makeFile(std::string_view name) {
     writeFile(folder / name, "picture");
@@ -164,6 +167,54 @@ TEST_F(DesktopPicture, OfPlasmaIsThatOfTheFirstScreen) {
   for (const auto* broken :
        {"", "Image=/etc/passwd", "[Containments][", "[Containments][1\nImage=/etc/passwd\n", "=", "[\n=\n[]"})
     EXPECT_EQ(write(broken), "") << broken;
+}
+
+TEST_F(DesktopPicture, OfUntouchedPlasmaIsThatOfTheGlobalTheme) {
+  const auto defaults = [this](const std::string& theme, const std::string& image) {
+    writeSettings("share/plasma/look-and-feel/" + theme + "/contents/defaults",
+                  "[kdeglobals][KDE]\nImage=Wrong\n\n[Wallpaper]\nImage=" + image + "\n");
+  };
+  const auto wallpaper = [this](const fs::path& place, std::initializer_list<const char*> names) {
+    for (const auto* name : names) writeSettings(place / "contents/images" / name, "picture");
+  };
+  EXPECT_EQ(pictureOf("KDE"), "");
+  defaults("org.kde.breeze.desktop", "Next");
+  EXPECT_EQ(pictureOf("KDE"), "") << "it is not installed";
+  wallpaper("share/wallpapers/Next", {"1080x1920.png", "5120x2880.jpg", "2560x1440.png", "440x247.png", "1920x1200.png",
+                                      "other.png", "1920x.png", "0x0.png"});
+  EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << "of the screen's shape, large enough, and not larger";
+  writeSettings("share/wallpapers/Next/contents/images_dark/1920x1080.png", "picture");
+  writeSettings("kdeglobals", "[Colors:Window]\nBackgroundNormal=42,46,50\n");
+  EXPECT_EQ(pictureOf("KDE"), "1920x1080.png") << "the dark one";
+  writeSettings("kdeglobals", "[Colors:Window]\nBackgroundNormal=239,240,241\n");
+
+  const fs::path applets = "plasma-org.kde.plasma.desktop-appletsrc";
+  const std::string panel = "[Containments][2]\nformfactor=2\nlastScreen=0\nwallpaperplugin=org.kde.image\n";
+  const std::string desktop = "[Containments][3]\nformfactor=0\nlastScreen=0\nwallpaperplugin=";
+  writeSettings(applets, panel + desktop + "org.kde.image\n");
+  EXPECT_EQ(pictureOf("KDE"), "2560x1440.png");
+  writeSettings(applets, panel + desktop + "org.kde.color\n");
+  EXPECT_EQ(pictureOf("KDE"), "") << "a plain colour is shown";
+
+  const std::string image =
+      panel + desktop + "org.kde.image\n[Containments][3][Wallpaper][org.kde.image][General]\nImage=";
+  wallpaper("data/wallpapers/Own", {"1366x768.jpg"});
+  writeSettings(applets, image + "Own\n");
+  EXPECT_EQ(pictureOf("KDE"), "1366x768.jpg");
+  for (const auto* scheme : {"file://", ""}) {
+    writeSettings(applets, image + scheme + (folder / "share/wallpapers/Next/").string() + "\n");
+    EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << "a folder that is named";
+  }
+
+  fs::remove(folder.path() / applets);
+  defaults("org.example.calm", "Calm.png");
+  writeSettings("data/wallpapers/Calm.png", "picture");
+  for (const auto* place : {"system/kdeglobals", "kdedefaults/kdeglobals", "kdeglobals"}) {
+    writeSettings(place, "[KDE]\nLookAndFeelPackage=org.example.calm\n");
+    EXPECT_EQ(pictureOf("KDE"), "Calm.png") << place;
+    writeSettings(place, "[KDE]\nLookAndFeelPackage=../calm\n");
+    EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << place;
+  }
 }
 
 }  // namespace
