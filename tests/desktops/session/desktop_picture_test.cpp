@@ -2,10 +2,14 @@
 
 #include <giomm/init.h>
 #include <giomm/settings.h>
+#include <glibmm/main.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <utility>
 
+#include "desktops/session/desktop_background.h"
+#include "support/background_schemas.h"
 #include "support/environment.h"
 #include "support/temporary_folder.h"
 
@@ -43,22 +47,7 @@ class DesktopPictureInGSettings : public DesktopPicture {
  protected:
   static void SetUpTestSuite() {
     static const TemporaryFolder schemas;
-    writeFile(schemas / "test.gschema.xml", R"(<schemalist>
-      <enum id="test.options"><value nick="none" value="0"/><value nick="zoom" value="1"/></enum>
-      <schema id="org.gnome.desktop.background" path="/org/gnome/desktop/background/">
-        <key name="picture-uri" type="s"><default>''</default></key>
-        <key name="picture-uri-dark" type="s"><default>''</default></key>
-        <key name="picture-options" enum="test.options"><default>'zoom'</default></key>
-      </schema>
-      <schema id="org.gnome.desktop.interface" path="/org/gnome/desktop/interface/">
-        <key name="color-scheme" type="s"><default>'default'</default></key>
-      </schema>
-      <schema id="org.cinnamon.desktop.background" path="/org/cinnamon/desktop/background/">
-        <key name="picture-uri" type="i"><default>7</default></key>
-      </schema>
-      <schema id="org.mate.background"><key name="picture-filename" type="s"><default>''</default></key></schema>
-    </schemalist>)");
-    ASSERT_EQ(std::system(("glib-compile-schemas " + schemas.path().string()).c_str()), 0);
+    writeBackgroundSchemas(schemas.path());
     setenv("GSETTINGS_SCHEMA_DIR", schemas.path().c_str(), 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
     Gio::init();
@@ -70,7 +59,9 @@ class DesktopPictureInGSettings : public DesktopPicture {
   Glib::RefPtr<Gio::Settings> interface_ = Gio::Settings::create("org.gnome.desktop.interface");
 
   ~DesktopPictureInGSettings() override {
-    for (const auto* key : {"picture-uri", "picture-uri-dark", "picture-options"}) background_->reset(key);
+    for (const auto* key : {"picture-uri", "picture-uri-dark", "picture-options", "primary-color", "secondary-color",
+                            "color-shading-type"})
+      background_->reset(key);
     interface_->reset("color-scheme");
   }
 };
@@ -109,6 +100,51 @@ TEST_F(DesktopPictureInGSettings, OnlyALocalRegularFileCounts) {
     store("picture-uri", name);
     EXPECT_EQ(pictureOf("GNOME"), "") << name;
   }
+}
+
+TEST_F(DesktopPictureInGSettings, TheBackgroundIsDescribedWithItsColorsAndTheWatchTellsOfChanges) {
+  const Environment gnome("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  int changes = 0;
+  auto watch = std::make_unique<DesktopBackgroundWatch>([&changes] { ++changes; });
+  const auto isTold = [&changes] {
+    while (Glib::MainContext::get_default()->iteration(false)) {
+    }
+    return std::exchange(changes, 0) > 0;
+  };
+  EXPECT_FALSE(isTold());
+  const fs::path file = "/a/picture.png";
+  store("picture-uri", file);
+  store("primary-color", "#ff8000");
+  store("secondary-color", "no color");
+  EXPECT_TRUE(isTold());
+  auto background = desktopBackground();
+  ASSERT_TRUE(background);
+  EXPECT_EQ(background->picture, file);
+  EXPECT_EQ(background->placement, PicturePlacement::zoomed);
+  EXPECT_EQ(background->shading, ColorShading::solid);
+  EXPECT_NEAR(background->primary.green, 0x80 / 255.0, 0.001);
+  EXPECT_EQ(background->secondary, platform::black);
+  store("color-shading-type", "vertical");
+  EXPECT_EQ(desktopBackground()->shading, ColorShading::vertical);
+  for (const auto& [name, placement] : {std::pair("wallpaper", PicturePlacement::tiled),
+                                        {"centered", PicturePlacement::centered},
+                                        {"scaled", PicturePlacement::scaled},
+                                        {"stretched", PicturePlacement::stretched},
+                                        {"spanned", PicturePlacement::spanned}}) {
+    store("picture-options", name);
+    EXPECT_EQ(desktopBackground()->placement, placement) << name;
+  }
+  EXPECT_TRUE(isTold());
+  interface_->set_string("color-scheme", "prefer-dark");
+  EXPECT_TRUE(isTold()) << "another picture may be in force";
+  store("picture-options", "none");
+  EXPECT_FALSE(desktopBackground()->picture);
+  isTold();
+  watch.reset();
+  store("primary-color", "#ffffff");
+  EXPECT_FALSE(isTold());
+  const Environment other("XDG_CURRENT_DESKTOP", "X-Cinnamon:KDE");
+  EXPECT_FALSE(desktopBackground());
 }
 
 std::string xfceMonitor(const std::string& monitor, const std::string& image, const std::string& more = {}) {
