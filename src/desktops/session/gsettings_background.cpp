@@ -41,7 +41,8 @@ platform::Color colorIn(const char* schemaId, const char* key) {
 
 std::optional<std::filesystem::path> fileIn(const char* schemaId, const char* key) {
   const auto name = setting(schemaId, key);
-  return name ? localFile(*name) : std::nullopt;
+  auto file = name ? localFile(*name) : std::nullopt;
+  return file && file->extension() == ".xml" ? firstOfTimedPicture(*file) : file;
 }
 
 // Nothing when there is no such schema. The keys but for the pictures are the same everywhere.

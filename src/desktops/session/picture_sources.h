@@ -20,6 +20,9 @@ std::optional<DesktopBackground> mateBackground();
 std::optional<std::filesystem::path> xfcePicture(const platform::Screen& screen);
 std::optional<std::filesystem::path> plasmaPicture(const platform::Screen& screen);
 
+// The first picture of a plan (XML) by which GNOME and its kin change pictures in the course of the day.
+std::optional<std::filesystem::path> firstOfTimedPicture(const std::filesystem::path& plan);
+
 // The file that a `file:` URI or an absolute path names.
 std::optional<std::filesystem::path> localFile(const std::string& name);
 

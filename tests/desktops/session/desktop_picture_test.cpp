@@ -92,6 +92,26 @@ TEST_F(DesktopPictureInGSettings, FollowsTheColorSchemeAndWhatIsShown) {
   EXPECT_EQ(pictureOf("GNOME"), "");
 }
 
+TEST_F(DesktopPictureInGSettings, APlanOfPicturesCountsAsItsFirst) {
+  makeFile("first & best.png");
+  const auto plan = [this](const std::string& contents) {
+    writeSettings("plan.xml", "<background><starttime><hour>8</hour></starttime>" + contents + "</background>");
+    return pictureOf("GNOME");
+  };
+  store("picture-uri", "file://" + (folder / "plan.xml").string());
+  EXPECT_EQ(pictureOf("GNOME"), "");
+  const auto path = (folder / "first &amp; best.png").string();
+  const auto shown = [](const std::string& file) {
+    return "<static><duration>60</duration><file>" + file + "</file></static>";
+  };
+  EXPECT_EQ(plan(shown(path) + shown("/second.png")), "first & best.png");
+  EXPECT_EQ(plan(shown("\n <size width=\"1\" height=\"1\">\n" + path + "\n</size>\n<size>/b.png</size>")),
+            "first & best.png");
+  EXPECT_EQ(plan(""), "");
+  EXPECT_EQ(plan("<transition><from>" + path + "</from></transition>"), "");
+  EXPECT_EQ(plan(shown(path) + "<broken"), "");
+}
+
 TEST_F(DesktopPictureInGSettings, OnlyALocalRegularFileCounts) {
   const auto file = makeFile("picture.png");
   for (const auto& name : {std::string(), "file://elsewhere" + file, std::string("http://host/picture.png"),
