@@ -5,6 +5,7 @@
 
 #include "support/temporary_folder.h"
 #include "tests/x11/process.h"
+#include "tests/x11/settings_file.h"
 
 namespace hushpane::x11_tests {
 namespace {
@@ -55,6 +56,8 @@ class WaylandSession : public testing::Test {
 };
 
 TEST_F(WaylandSession, IsLeftAloneWithALineThatSaysWhatIsMissing) {
+  const SettingsFile settings(home_ / ".config/hushpane/com.corvane.Hushpane.plist");
+  settings.write({{"hasSeenWelcome", xml(true)}, {"hushpane.lastUserMode", xml("cleanDesktop")}});
   const auto before = screen();
   ASSERT_GT(before.size(), 640u * 400 * 3);
   Process hushpane({HUSHPANE_BINARY}, environment_, logs_.path());
