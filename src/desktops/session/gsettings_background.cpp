@@ -70,9 +70,11 @@ std::optional<DesktopBackground> backgroundIn(const char* schemaId, const char* 
 
 std::optional<DesktopBackground> gnomeBackground() {
   auto background = backgroundIn(gnomeSchema, "picture-uri");
-  if (!background || setting(gnomeInterface, colorScheme) != "prefer-dark") return background;
-  if (auto dark = fileIn(gnomeSchema, "picture-uri-dark"); dark && background->picture) background->picture = dark;
-  return background;
+  if (!background || !background->picture) return background;
+  const bool isDark = setting(gnomeInterface, colorScheme) == "prefer-dark";
+  auto dark = isDark ? fileIn(gnomeSchema, "picture-uri-dark") : std::nullopt;
+  // The colours show only without a picture.
+  return DesktopBackground{.picture = dark ? dark : background->picture, .placement = background->placement};
 }
 
 std::optional<DesktopBackground> cinnamonBackground() {

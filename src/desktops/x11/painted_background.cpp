@@ -42,10 +42,12 @@ std::uint32_t pixelOf(const platform::Color& color) {
   return 0xff000000u | channel(color.red) << 16 | channel(color.green) << 8 | channel(color.blue);
 }
 
-// Shades stretched over so many pixels of the screen, or one for all of them.
+// Shades over so many pixels of the screen, or one for all of them. They change in its middle half, as compositors draw
+// them: from the centre of the first of two pixels to that of the second.
 desktops::DrawableStretch along(bool isShaded, int start, int length) {
-  auto stretch = isShaded ? desktops::drawableStretch(shades, length, length) : desktops::DrawableStretch{};
-  stretch.offset -= stretch.scale * start;
+  const double half = length / 2.0;
+  auto stretch = isShaded ? desktops::drawableStretch(shades, half, half) : desktops::DrawableStretch{};
+  stretch.offset -= stretch.scale * (start + half / 2);
   return stretch;
 }
 
