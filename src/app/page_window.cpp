@@ -59,10 +59,10 @@ void PageWindow::updateFrame() {
   const Size shown = host_->size();
   const Rect outline{margin, margin, shown.width - 2 * margin, shown.height - 2 * margin};
   const Rect place = place_({std::ceil(shown.width - 2 * margin), std::ceil(shown.height - 2 * margin)});
-  host_->setScale(platform_.screens().scaleAt({place.x, place.y}));
   panel_->setFrame({place.x - margin, place.y - margin, place.width + 2 * margin, place.height + 2 * margin});
   panel_->setOutline(declarative::pathOf(style_.outline, outline),
                      declarative::windowBackground.in(host_->environment().appearance));
+  host_->setScale(platform_.screens().scaleOf(panel_->outlineFrame()));
 }
 
 void PageWindow::pageChanged() {

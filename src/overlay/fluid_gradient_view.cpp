@@ -44,7 +44,7 @@ void FluidGradientView::draw() {
   const auto& bounds = window_.frame();
   if (!device || view_.isHidden() || bounds.area() <= 0) return;
   if (!frame_) frame_ = std::make_shared<platform::Image>();
-  const double scale = platform_.screens().scaleAt({bounds.x, bounds.y});
+  const double scale = platform_.screens().scaleOf(bounds);
   const platform::FluidUniforms uniforms{static_cast<float>(platform_.mainQueue().now() - startTime_), accentHue_,
                                          tintAlpha};
   device->draw(uniforms, pixels(bounds.width, scale, widestDrawable), pixels(bounds.height, scale, highestDrawable),

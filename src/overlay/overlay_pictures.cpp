@@ -21,7 +21,7 @@ constexpr Animation wallpaperCrossFade{0.45, platform::TimingFunction::easeInEas
 
 OverlayContentView::PictureKey OverlayContentView::keyOf(std::filesystem::path url) const {
   const auto& frame = window_.frame();
-  const double scale = platform_.screens().scaleAt({frame.x, frame.y});
+  const double scale = platform_.screens().scaleOf(frame);
   return {std::move(url), static_cast<int>(frame.width * scale), static_cast<int>(frame.height * scale)};
 }
 

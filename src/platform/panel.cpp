@@ -18,9 +18,13 @@ void Panel::setOutline(Path outline, Color ground) {
   outlineChanged();
 }
 
+Rect Panel::outlineFrame() const {
+  const Rect bounds = outline_.controlBounds();
+  return {frame_.x + bounds.x, frame_.y + bounds.y, bounds.width, bounds.height};
+}
+
 bool Panel::isMetAt(Point point) const {
-  if (!isVisible_ || configuration_.ignoresMouseEvents) return false;
-  return outline_.controlBounds().contains({point.x - frame_.x, point.y - frame_.y});
+  return isVisible_ && !configuration_.ignoresMouseEvents && outlineFrame().contains(point);
 }
 
 void Panel::setAlpha(double alpha) {

@@ -59,6 +59,8 @@ class Panel {
   const Path& outline() const { return outline_; }
   const Color& ground() const { return ground_; }
   void setOutline(Path outline, Color ground);
+  // Where the panel itself lies, in points of the desktop: its shadow may lie on another screen, or on none.
+  Rect outlineFrame() const;
   bool isMetAt(Point point) const;  // in points of the desktop
 
   double alpha() const { return alpha_.model(); }

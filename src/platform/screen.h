@@ -30,12 +30,8 @@ class Screens {
   // The part of a screen that the desktop's own bars leave free, read anew at each call.
   virtual Rect visibleFrame(const Screen& screen) const = 0;
 
-  // Of the screen on which the point lies; 1 where there is none.
-  double scaleAt(Point point) const {
-    for (const auto& screen : screens())
-      if (screen.frame.contains(point)) return screen.scale;
-    return 1;
-  }
+  // Of the screen on which the middle of the area lies, or which is nearest to it; 1 where there is none.
+  double scaleOf(const Rect& area) const;
 };
 
 }  // namespace hushpane::platform

@@ -1,8 +1,8 @@
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-#include "desktops/shared/look.h"
 #include "tests/x11/both_ways.h"
 #include "tests/x11/root_picture.h"
+#include "tests/x11/tinted.h"
 
 namespace hushpane::x11_tests {
 namespace {
@@ -17,15 +17,6 @@ class CleanDesktop : public BothWays {
   }
 };
 HUSHPANE_RUN_BOTH_WAYS(CleanDesktop);
-
-// One colour beneath the blurring material.
-Pixel tinted(Pixel pixel) {
-  static constexpr platform::Color tint = desktops::darkHud::tint;
-  const auto blend = [](int channel, double with) {
-    return static_cast<std::uint32_t>(channel * (1 - tint.alpha) + 255 * with * tint.alpha + 0.5);
-  };
-  return {blend(pixel.red(), tint.red) << 16 | blend(pixel.green(), tint.green) << 8 | blend(pixel.blue(), tint.blue)};
-}
 
 TEST_P(CleanDesktop, BlurSoftensAndDarkensTheDesktopPictureOnly) {
   constexpr int edge = 600, reach = 60;

@@ -1,36 +1,10 @@
-#include <xcb/res.h>
-
 #include "tests/x11/both_ways.h"
+#include "tests/x11/server_pixmaps.h"
 
 namespace hushpane::x11_tests {
 namespace {
 
-class Lifecycle : public BothWays {
- protected:
-  // The pixmaps that the program keeps on the server (X-Resource 1.2).
-  std::uint32_t pixmaps() {
-    xcb_res_client_id_spec_t everyone{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-    const auto ids =
-        own(xcb_res_query_client_ids_reply(x().get(), xcb_res_query_client_ids(x().get(), 1, &everyone), nullptr));
-    std::uint32_t count = 0;
-    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem; xcb_res_client_id_value_next(&id)) {
-      if (pid_t(*xcb_res_client_id_value_value(id.data)) == hushpane().pid()) count += pixmapsOf(id.data->spec.client);
-    }
-    return count;
-  }
-
- private:
-  std::uint32_t pixmapsOf(std::uint32_t client) {
-    const auto resources = own(
-        xcb_res_query_client_resources_reply(x().get(), xcb_res_query_client_resources(x().get(), client), nullptr));
-    std::uint32_t count = 0;
-    for (auto type = xcb_res_query_client_resources_types_iterator(resources.get()); type.rem;
-         xcb_res_type_next(&type)) {
-      if (type.data->resource_type == x().atom("PIXMAP")) count += type.data->count;
-    }
-    return count;
-  }
-};
+using Lifecycle = BothWays;
 HUSHPANE_RUN_BOTH_WAYS(Lifecycle);
 
 TEST_P(Lifecycle, CoverFadesInWithoutAFlash) {
@@ -67,7 +41,8 @@ TEST_P(Lifecycle, StandardModeAndTheEndLeaveNothingOnTheServer) {
     EXPECT_TRUE(waitUntil(isCovered));
     runHushpane({"hushpane://mode/standard"});
     EXPECT_TRUE(looksUntouched());
-    EXPECT_TRUE(waitUntil([this] { return pixmaps() == 0; })) << pixmaps() << " pixmaps";
+    const auto pixmaps = [this] { return pixmapsOf(x(), hushpanePid()); };
+    EXPECT_TRUE(waitUntil([&] { return pixmaps() == 0; })) << pixmaps() << " pixmaps";
     runHushpane({"hushpane://mode/focus"});
     EXPECT_TRUE(waitUntil(isCovered));
     EXPECT_EQ(stopHushpane(), 0);

@@ -10,9 +10,12 @@
 
 namespace hushpane::x11_tests {
 
-PanelTwin::PanelTwin(bool hasSeenWelcome) {
-  const std::vector<platform::Screen> screens{{Session::leftMonitor, 1, "LEFT", 1},
-                                              {Session::rightMonitor, 2, "RIGHT", 1}};
+PanelTwin::PanelTwin(bool hasSeenWelcome, double scale) : scale_(scale) {
+  const auto inPoints = [scale](const Rect& pixels) {
+    return Rect{pixels.x / scale, pixels.y / scale, pixels.width / scale, pixels.height / scale};
+  };
+  const std::vector<platform::Screen> screens{{inPoints(Session::leftMonitor), 1, "LEFT", scale},
+                                              {inPoints(Session::rightMonitor), 2, "RIGHT", scale}};
   storage_.standardDefaults.insert_or_assign(std::string(storedKeys::hasSeenWelcome), hasSeenWelcome);
   desktop_ = std::make_unique<sim::SimPlatform>(storage_, screens, HUSHPANE_SOURCE_DIR "/resources");
   desktop_->taskQueue().setAutomatic(true);
@@ -51,10 +54,11 @@ std::optional<PanelTwin::Place> PanelTwin::find(const std::string& text) {
 Picture PanelTwin::picture(std::size_t panel) {
   const auto& shown = *desktop_->panels().shown().at(panel);
   const Rect all{0, 0, shown.frame().width, shown.frame().height};
-  platform::Image image{static_cast<int>(std::lround(all.width)), static_cast<int>(std::lround(all.height)), {}};
+  platform::Image image{
+      static_cast<int>(std::lround(all.width * scale_)), static_cast<int>(std::lround(all.height * scale_)), {}};
   image.pixels.resize(static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height));
   {
-    desktops::CairoCanvas canvas(image, 1);
+    desktops::CairoCanvas canvas(image, scale_);
     canvas.fill(platform::rectanglePath(all), shown.ground());
     shown.contents().paint(canvas, all);
   }

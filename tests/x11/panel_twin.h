@@ -13,7 +13,7 @@ namespace hushpane::x11_tests {
 // panel shows what, and what it looks like there. Whatever is done to the program is done to it, too.
 class PanelTwin {
  public:
-  explicit PanelTwin(bool hasSeenWelcome);
+  PanelTwin(bool hasSeenWelcome, double scale);
 
   sim::SimPlatform& desktop() { return *desktop_; }
   // Time passes until nothing moves any more.
@@ -33,10 +33,11 @@ class PanelTwin {
     Point onPanel;  // from the frame's top left
   };
   std::optional<Place> find(const std::string& text);
-  // The pixels of its frame, on the panel's ground.
+  // The pixels of its frame at the scale of the screens, on the panel's ground.
   Picture picture(std::size_t panel);
 
  private:
+  double scale_;
   sim::Storage storage_;
   std::unique_ptr<sim::SimPlatform> desktop_;
 };

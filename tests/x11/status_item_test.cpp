@@ -35,7 +35,7 @@ class StatusItem : public testing::Test, protected Session {
     item().setToolTip("Focus");
     item().setImage(icon());
   }
-  void startTray(Pixel ground) { tray_ = std::make_unique<Tray>(environment(), logs(), x(), ground); }
+  void startTray(Pixel ground) { tray_ = std::make_unique<Tray>(environment(), logs(), x(), Tray::Look{ground}); }
   void startHost(bool hasHost = true) {
     host_.reset();
     host_ = std::make_unique<StatusNotifierHost>(environment().at("DBUS_SESSION_BUS_ADDRESS"), hasHost);
@@ -289,6 +289,17 @@ TEST_F(StatusItem, BarsLeaveTheVisibleFrame) {
   xcb_unmap_window(x().get(), shelf.window());
   x().sync();
   EXPECT_TRUE(waitUntil([&] { return right() == Rect{1120, 0, 800, height}; }));
+  // Bars that the window manager draws itself.
+  const auto publish = [this](const char* name, const std::vector<std::uint32_t>& areas) {
+    x().setNumbers(x().root(), name, "CARDINAL", areas);
+  };
+  publish("_NET_CURRENT_DESKTOP", {1});
+  publish("_NET_WORKAREA", {0, 0, 1920, 1080, 0, 40, 1920, 1040 - Tray::height});
+  EXPECT_EQ(left(), (Rect{0, 40, 1120, height - 40}));
+  EXPECT_EQ(right(), (Rect{1120, 40, 800, height - 40}));
+  publish("_GTK_WORKAREAS_D1", {0, 50, 1120, 1030, 1120, 0, 800, 1080});
+  EXPECT_EQ(left(), (Rect{0, 50, 1120, height - 50}));
+  EXPECT_EQ(right(), (Rect{1120, 0, 800, height}));
 }
 
 }  // namespace

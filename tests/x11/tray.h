@@ -8,13 +8,19 @@
 
 namespace hushpane::x11_tests {
 
-// tint2 with nothing but a system tray, as wide as the screen along its lower edge. Goes with this object.
+// tint2 with nothing but a system tray, as wide as the screen along one of its edges. Goes with this object.
 class Tray {
  public:
-  static constexpr int height = 30;  // pixels; the icons have 22
+  enum class Edge { top, bottom };
+  static constexpr int height = 30;  // pixels, mostly; the icons have 22
+  struct Look {
+    Pixel ground;
+    Edge edge = Edge::bottom;
+    int height = Tray::height;
+  };
 
-  Tray(const Environment& environment, const std::filesystem::path& folder, const XConnection& x, Pixel ground)
-      : x_(x), process_({"tint2", "-c", configuration(folder, ground)}, environment, folder) {
+  Tray(const Environment& environment, const std::filesystem::path& folder, const XConnection& x, const Look& look)
+      : x_(x), process_({"tint2", "-c", configuration(folder, look)}, environment, folder) {
     if (!waitUntil([&] { return isRunning(x); })) throw std::runtime_error("tint2 did not start: " + process_.errors());
   }
   ~Tray() {
@@ -49,13 +55,14 @@ class Tray {
     return std::nullopt;
   }
 
-  static std::string configuration(const std::filesystem::path& folder, Pixel ground) {
+  static std::string configuration(const std::filesystem::path& folder, const Look& look) {
     const std::filesystem::path file = folder / "tint2rc";
     std::ofstream text(file);
     text << "rounded = 0\nborder_width = 0\nbackground_color = #" << std::hex << std::setw(6) << std::setfill('0')
-         << ground.value << std::dec << " 100\n"
-         << "panel_items = S\npanel_background_id = 1\npanel_monitor = all\npanel_position = bottom center horizontal\n"
-         << "panel_size = 100% " << height << "\npanel_padding = 4 0 0\nstrut_policy = follow_size\n"
+         << look.ground.value << std::dec << " 100\n"
+         << "panel_items = S\npanel_background_id = 1\npanel_monitor = all\npanel_position = "
+         << (look.edge == Edge::top ? "top" : "bottom") << " center horizontal\npanel_size = 100% " << look.height
+         << "\npanel_padding = 4 0 0\nstrut_policy = follow_size\n"
          << "systray_background_id = 0\nsystray_padding = 0 0 4\nsystray_icon_size = 22\nsystray_icon_asb = 100 0 0\n";
     return file.string();
   }

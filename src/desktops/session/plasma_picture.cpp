@@ -1,75 +1,66 @@
 #include <algorithm>
+#include <array>
 #include <map>
 
 #include "desktops/session/picture_sources.h"
-#include "desktops/shared/files.h"
+#include "desktops/session/plasma_settings.h"
 #include "desktops/shared/xdg_directories.h"
 
 namespace hushpane::session {
 
 namespace {
 
-constexpr std::size_t largestFile = 1 << 20;
 constexpr std::string_view imagePlugin = "org.kde.image";
+constexpr std::string_view prefix = "[Containments][";
 
-// One desktop of Plasma: what shows it, where, and the picture in it.
+// One desktop or panel of Plasma: what shows it, where, and the picture in it.
 struct Containment {
+  std::string form{"0"};  // a desktop; panels have others
   std::string plugin{imagePlugin};
   std::string screen;
   std::string image;
 };
 
-// Reads lines of KEY=VALUE below lines of [GROUP][GROUP...].
-class AppletsReader {
- public:
-  std::map<std::string, Containment, std::less<>> containments;
+using Containments = std::map<std::string, Containment, std::less<>>;
 
-  void read(std::string_view line) {
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    if (line.starts_with('[')) {
-      group_ = line;
-      return;
-    }
-    const auto equals = line.find('=');
-    if (equals == line.npos || !group_.starts_with(prefix)) return;
-    const auto rest = group_.substr(prefix.size());
-    const auto end = rest.find(']');
-    if (end == rest.npos) return;
-    auto& containment = containments[std::string(rest.substr(0, end))];
-    take(containment, rest.substr(end + 1), line.substr(0, equals), line.substr(equals + 1));
-  }
+void take(Containments& containments, const PlasmaEntry& entry) {
+  if (!entry.group.starts_with(prefix)) return;
+  const auto rest = entry.group.substr(prefix.size());
+  const auto end = rest.find(']');
+  if (end == rest.npos) return;
+  auto& containment = containments[std::string(rest.substr(0, end))];
+  const auto inner = rest.substr(end + 1);
+  if (inner.empty() && entry.key == "formfactor") containment.form = entry.value;
+  if (inner.empty() && entry.key == "wallpaperplugin") containment.plugin = entry.value;
+  if (inner.empty() && entry.key == "lastScreen") containment.screen = entry.value;
+  if (inner == "[Wallpaper][org.kde.image][General]" && entry.key == "Image") containment.image = entry.value;
+}
 
- private:
-  static constexpr std::string_view prefix = "[Containments][";
-
-  static void take(Containment& containment, std::string_view inner, std::string_view key, std::string_view value) {
-    if (inner.empty() && key == "wallpaperplugin") containment.plugin = value;
-    if (inner.empty() && key == "lastScreen") containment.screen = value;
-    if (inner == "[Wallpaper][org.kde.image][General]" && key == "Image") containment.image = value;
-  }
-
-  std::string_view group_;
-};
+// The first screen's, of several (each activity has one) one with a picture of its own.
+Containment desktopIn(const Containments& containments) {
+  constexpr std::array choices{
+      +[](const Containment& desktop) { return desktop.screen == "0" && !desktop.image.empty(); },
+      +[](const Containment& desktop) { return desktop.screen == "0"; },
+      +[](const Containment& desktop) { return !desktop.image.empty(); },
+  };
+  for (const auto isChosen : choices)
+    for (const auto& [id, containment] : containments)
+      if (containment.form == "0" && isChosen(containment)) return containment;
+  return {};
+}
 
 }  // namespace
 
-std::optional<std::filesystem::path> plasmaPicture(const platform::Screen&) {
+std::optional<std::filesystem::path> plasmaPicture(const platform::Screen& screen) {
   const auto home = desktops::configHome();
-  const auto file =
-      home ? desktops::readFile(*home / "plasma-org.kde.plasma.desktop-appletsrc", largestFile) : std::nullopt;
-  if (!file) return std::nullopt;
-  AppletsReader reader;
-  for (std::string_view text = file->bytes; !text.empty();) {
-    const auto end = text.find('\n');
-    reader.read(text.substr(0, end));
-    text = end == text.npos ? std::string_view() : text.substr(end + 1);
-  }
-  auto& containments = reader.containments;
-  std::erase_if(containments, [](const auto& entry) { return entry.second.image.empty(); });
-  auto chosen = std::ranges::find_if(containments, [](const auto& entry) { return entry.second.screen == "0"; });
-  if (chosen == containments.end()) chosen = containments.begin();
-  if (chosen == containments.end() || chosen->second.plugin != imagePlugin) return std::nullopt;
-  return localFile(chosen->second.image);
+  if (!home) return std::nullopt;
+  Containments containments;
+  readPlasmaFile(*home / "plasma-org.kde.plasma.desktop-appletsrc",
+                 [&](const PlasmaEntry& entry) { take(containments, entry); });
+  const auto desktop = desktopIn(containments);
+  if (desktop.plugin != imagePlugin) return std::nullopt;
+  const auto name = desktop.image.empty() ? plasmaDefaultWallpaper() : std::optional(desktop.image);
+  return name ? plasmaWallpaper(*name, screen) : std::nullopt;
 }
 
 }  // namespace hushpane::session

@@ -63,17 +63,6 @@ platform::Image upright(platform::Image stored, int orientation) {
   return image;
 }
 
-// The picture in as many pixels as are needed of it.
-platform::ImagePtr decode(const std::filesystem::path& file, const Needed& needed) try {
-  const auto picture = decodePictureFile(file, needed);
-  if (!picture.pixels) return nullptr;
-  const auto size = picture.isTurned() ? needed(picture.size).turned() : needed(picture.size);
-  auto stored = areaScaled(rowsOf(picture.pixels.get()), size.width, size.height);
-  return std::make_shared<platform::Image>(upright(std::move(stored), picture.orientation));
-} catch (const std::exception&) {
-  return nullptr;
-}
-
 bool canBeAsked(int width, int height) {
   return width > 0 && height > 0 && width <= largestSide && height <= largestSide;
 }
@@ -89,18 +78,28 @@ PixelSize filling(PixelSize picture, PixelSize least) {
 
 }  // namespace
 
+platform::ImagePtr decodeImageFile(const std::filesystem::path& file, const Needed& needed) try {
+  const auto picture = decodePictureFile(file, needed);
+  if (!picture.pixels) return nullptr;
+  const auto size = picture.isTurned() ? needed(picture.size).turned() : needed(picture.size);
+  auto stored = areaScaled(rowsOf(picture.pixels.get()), size.width, size.height);
+  return std::make_shared<platform::Image>(upright(std::move(stored), picture.orientation));
+} catch (const std::exception&) {
+  return nullptr;
+}
+
 platform::ImagePtr decodeImageFile(const std::filesystem::path& file) {
-  return decode(file, [](PixelSize picture) { return picture; });
+  return decodeImageFile(file, [](PixelSize picture) { return picture; });
 }
 
 platform::ImagePtr loadImageFile(const std::filesystem::path& file, int width, int height) {
   if (!canBeAsked(width, height)) return nullptr;
-  return decode(file, [=](PixelSize picture) { return filling(picture, {width, height}); });
+  return decodeImageFile(file, [=](PixelSize picture) { return filling(picture, {width, height}); });
 }
 
 platform::ImagePtr scaleImageFile(const std::filesystem::path& file, int width, int height) {
   if (!canBeAsked(width, height)) return nullptr;
-  return decode(file, [=](PixelSize) { return PixelSize{width, height}; });
+  return decodeImageFile(file, [=](PixelSize) { return PixelSize{width, height}; });
 }
 
 }  // namespace hushpane::desktops

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
+#include "desktops/shared/pixel_size.h"
 #include "platform/image.h"
 
 namespace hushpane::desktops {
@@ -12,6 +14,9 @@ namespace hushpane::desktops {
 
 // All of it.
 platform::ImagePtr decodeImageFile(const std::filesystem::path& file);
+// In as many pixels as are needed of it, which is told for the size of the upright picture in the file.
+platform::ImagePtr decodeImageFile(const std::filesystem::path& file,
+                                   const std::function<PixelSize(PixelSize)>& needed);
 // As platform::ImageLoader gives it.
 platform::ImagePtr loadImageFile(const std::filesystem::path& file, int width, int height);
 platform::ImagePtr scaleImageFile(const std::filesystem::path& file, int width, int height);

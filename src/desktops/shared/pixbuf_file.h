@@ -2,10 +2,11 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
+
+#include "desktops/shared/pixel_size.h"
 
 namespace hushpane::desktops {
 
@@ -13,15 +14,6 @@ struct UnrefPixbuf {
   void operator()(GdkPixbuf* pixbuf) const { g_object_unref(pixbuf); }
 };
 using PixbufPtr = std::unique_ptr<GdkPixbuf, UnrefPixbuf>;
-
-struct PixelSize {
-  int width = 0;
-  int height = 0;
-
-  std::int64_t area() const { return std::int64_t{width} * height; }
-  PixelSize turned() const { return {height, width}; }
-  bool operator==(const PixelSize&) const = default;
-};
 
 // A picture as it came from its file, perhaps with fewer pixels.
 struct DecodedPicture {

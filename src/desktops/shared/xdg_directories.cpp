@@ -4,7 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <string_view>
 
 namespace hushpane::desktops {
 
@@ -29,6 +31,20 @@ std::optional<std::filesystem::path> folder(const char* variable, const char* be
   return base ? std::optional(*base / belowHome) : std::nullopt;
 }
 
+// `own`, and the absolute paths that the variable lists, parted by colons.
+std::vector<std::filesystem::path> folders(const std::optional<std::filesystem::path>& own, const char* variable,
+                                           std::string_view usual) {
+  std::vector<std::filesystem::path> found;
+  if (own) found.push_back(*own);
+  const char* value = std::getenv(variable);
+  for (std::string_view rest = value && *value ? value : usual; !rest.empty();) {
+    const auto name = rest.substr(0, rest.find(':'));
+    if (name.starts_with('/')) found.emplace_back(name);
+    rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+  }
+  return found;
+}
+
 }  // namespace
 
 std::optional<std::filesystem::path> configHome() {
@@ -37,6 +53,14 @@ std::optional<std::filesystem::path> configHome() {
 
 std::optional<std::filesystem::path> dataHome() {
   return folder("XDG_DATA_HOME", ".local/share");
+}
+
+std::vector<std::filesystem::path> configFolders() {
+  return folders(configHome(), "XDG_CONFIG_DIRS", "/etc/xdg");
+}
+
+std::vector<std::filesystem::path> dataFolders() {
+  return folders(dataHome(), "XDG_DATA_DIRS", "/usr/local/share:/usr/share");
 }
 
 bool makePrivateFolder(const std::filesystem::path& folder) {

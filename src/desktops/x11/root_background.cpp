@@ -4,7 +4,9 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
+#include "desktops/x11/root_bounds.h"
 #include "desktops/x11/xcb_handle.h"
 #include "platform/color.h"
 
@@ -15,21 +17,24 @@ namespace {
 // Programs that set a background publish its pixmap under these names.
 constexpr std::array<std::string_view, 2> publishedNames{"_XROOTPMAP_ID", "ESETROOT_PMAP_ID"};
 
-// What compositors paint where no background is published; the root itself is theirs to paint on.
-constexpr platform::Color unpublishedBackground{0.5, 0.5, 0.5, 1};
+// What many compositors paint where no background is published and no settings describe one.
+constexpr platform::Color unknownBackground{0.5, 0.5, 0.5, 1};
 
 }  // namespace
 
 struct RootBackground::Held {
   PixmapHandle pixmap;  // only where it is this program's own
   Picture picture;
+  PaintedBackground::Painting painting;  // only where it was painted here
 };
 
-RootBackground::RootBackground(Connection& connection, Render& render, CompositorWatch& compositor)
-    : connection_(connection), render_(render), compositor_(compositor) {
+RootBackground::RootBackground(Connection& connection, Render& render, CompositorWatch& compositor,
+                               PaintedBackground& painted)
+    : connection_(connection), render_(render), compositor_(compositor), painted_(painted) {
   connection_.selectRootEvents(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
   events_ = connection_.addEventHandler([this](const auto& event) { handle(event); });
   compositorChanges_ = compositor_.addChangeHandler([this] { changed(); });
+  paintingChanges_ = painted_.addChangeHandler([this] { changed(); });
 }
 
 void RootBackground::handle(const xcb_generic_event_t& event) {
@@ -57,8 +62,7 @@ std::shared_ptr<const Picture> RootBackground::picture() {
       held = std::make_shared<Held>();
       held->picture = render_.makeTiledPicture(pixmap, connection_.screen().root_visual);
     } else if (compositor_.isRunning()) {
-      held = std::make_shared<Held>();
-      held->picture = render_.makeSolid(unpublishedBackground);
+      held = paint();
     } else {
       held = copyOfRoot();
     }
@@ -86,17 +90,29 @@ xcb_pixmap_t RootBackground::publishedPixmap() {
   return found;
 }
 
+// The root itself is the compositor's to paint on.
+std::shared_ptr<RootBackground::Held> RootBackground::paint() {
+  auto held = std::make_shared<Held>();
+  if (auto painting = painted_.paint()) {
+    held->painting = std::move(*painting);
+    held->picture = std::move(held->painting.surface.picture);
+  } else {
+    held->picture = render_.makeSolid(unknownBackground);
+  }
+  return held;
+}
+
 // A window at the bottom that inherits the root's background and is drawn into a pixmap of its own, never to be seen:
 // the server paints the background there, and the pixmap stays when the window goes.
 std::shared_ptr<RootBackground::Held> RootBackground::copyOfRoot() {
   auto* const server = connection_.get();
   auto held = std::make_shared<Held>();
-  const Reply<xcb_get_geometry_reply_t> root(
-      xcb_get_geometry_reply(server, xcb_get_geometry(server, connection_.root()), nullptr));
-  if (!root) return held;
+  const auto root = rootBounds(connection_);
+  if (root.isEmpty()) return held;
   const WindowHandle window(server, connection_.newId());
   const std::array<std::uint32_t, 2> values{XCB_BACK_PIXMAP_PARENT_RELATIVE, 1};
-  xcb_create_window(server, XCB_COPY_FROM_PARENT, window.get(), connection_.root(), 0, 0, root->width, root->height, 0,
+  xcb_create_window(server, XCB_COPY_FROM_PARENT, window.get(), connection_.root(), 0, 0,
+                    static_cast<std::uint16_t>(root.width), static_cast<std::uint16_t>(root.height), 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXMAP | XCB_CW_OVERRIDE_REDIRECT,
                     values.data());
   xcb_composite_redirect_window(server, window.get(), XCB_COMPOSITE_REDIRECT_MANUAL);

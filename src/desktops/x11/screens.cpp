@@ -11,7 +11,9 @@
 
 #include "desktops/x11/desktop_scale.h"
 #include "desktops/x11/display_id.h"
+#include "desktops/x11/root_bounds.h"
 #include "desktops/x11/struts.h"
+#include "desktops/x11/work_area.h"
 #include "desktops/x11/xcb_handle.h"
 
 namespace hushpane::x11 {
@@ -82,9 +84,7 @@ std::vector<Monitor> readMonitors(Connection& connection) {
 // A server without monitors is one screen.
 Monitor wholeRoot(Connection& connection) {
   Monitor monitor;
-  const Reply<xcb_get_geometry_reply_t> geometry(
-      xcb_get_geometry_reply(connection.get(), xcb_get_geometry(connection.get(), connection.root()), nullptr));
-  if (geometry) monitor.bounds = {0, 0, geometry->width, geometry->height};
+  monitor.bounds = rootBounds(connection);
   monitor.name = "screen";
   return monitor;
 }
@@ -160,7 +160,7 @@ void Screens::read() {
 }
 
 platform::Rect Screens::visibleFrame(const platform::Screen& screen) const {
-  return toPoints(withoutStruts(toPixels(screen.frame), readStruts(connection_)));
+  return toPoints(freeArea(toPixels(screen.frame), readStruts(connection_), readWorkAreas(connection_)));
 }
 
 PixelRect Screens::toPixels(const platform::Rect& points) const {

@@ -130,7 +130,7 @@ void X11Panel::show() {
 
 void X11Panel::place() {
   const auto bounds = services_.screens.toPixels(frame());
-  const double scale = services_.screens.scaleAt({frame().x, frame().y});
+  const double scale = services_.screens.scaleOf(outlineFrame());
   if (bounds == bounds_ && scale == scale_) return;
   const bool isResized = bounds.width != bounds_.width || bounds.height != bounds_.height || scale != scale_;
   bounds_ = bounds;

@@ -14,6 +14,7 @@
 #include "desktops/session/installed_update_feed.h"
 #include "desktops/session/portal.h"
 #include "desktops/shared/xdg_directories.h"
+#include "desktops/x11/xwayland.h"
 
 namespace hushpane::x11 {
 
@@ -25,6 +26,9 @@ bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value && *value;
 }
+
+constexpr std::string_view xwaylandFailure =
+    "XWayland cannot cover the windows of a Wayland session; an X11 session is needed for now";
 
 std::string displayFailure() {
   if (isSet("DISPLAY")) return std::string("cannot open the X display ") + std::getenv("DISPLAY");
@@ -59,6 +63,7 @@ X11Platform::Start X11Platform::start(std::vector<std::string> urls) {
   auto connection = Connection::open(nullptr);
   if (!connection) return Failure{displayFailure()};
   if (auto missing = missingExtension(*connection)) return Failure{std::move(*missing)};
+  if (isXwayland(*connection)) return Failure{std::string(xwaylandFailure)};
   return std::unique_ptr<X11Platform>(new X11Platform(std::move(base), std::move(connection)));
 }
 
@@ -89,7 +94,8 @@ X11Platform::X11Platform(std::unique_ptr<Base> base, std::unique_ptr<Connection>
       hotKeys_(*connection_, base_->queue, keyboard_),
       render_(*connection_),
       coveredWindows_(*connection_, render_),
-      rootBackground_(*connection_, render_, compositor_),
+      paintedBackground_(*connection_, render_, screens_, base_->queue, notificationCenter_, taskQueue_),
+      rootBackground_(*connection_, render_, compositor_, paintedBackground_),
       placement_(*connection_, base_->queue, tree_, manager_, compositor_, activeWindow_),
       stage_(animator_, base_->queue, turnEnd_, placement_,
              {*connection_, render_, tree_, screens_, manager_, compositor_, coveredWindows_, rootBackground_}),

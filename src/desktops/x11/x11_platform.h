@@ -41,6 +41,7 @@
 #include "desktops/x11/keyboard_map.h"
 #include "desktops/x11/manager_watch.h"
 #include "desktops/x11/overlay_stage.h"
+#include "desktops/x11/painted_background.h"
 #include "desktops/x11/panels.h"
 #include "desktops/x11/placement_choice.h"
 #include "desktops/x11/render.h"
@@ -155,6 +156,7 @@ class X11Platform : public platform::Platform {
   HotKeys hotKeys_;
   Render render_;
   CoveredWindows coveredWindows_;
+  PaintedBackground paintedBackground_;
   RootBackground rootBackground_;
   PlacementChoice placement_;
   OverlayStage stage_;

@@ -2,10 +2,14 @@
 
 #include <giomm/init.h>
 #include <giomm/settings.h>
+#include <glibmm/main.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <utility>
 
+#include "desktops/session/desktop_background.h"
+#include "support/background_schemas.h"
 #include "support/environment.h"
 #include "support/temporary_folder.h"
 
@@ -20,6 +24,9 @@ class DesktopPicture : public testing::Test {
  protected:
   TemporaryFolder folder;
   Environment settings{"XDG_CONFIG_HOME", folder.path().c_str()};
+  Environment systemSettings{"XDG_CONFIG_DIRS", (folder / "system").c_str()};
+  Environment data{"XDG_DATA_HOME", (folder / "data").c_str()};
+  Environment systemData{"XDG_DATA_DIRS", (folder / "share").c_str()};
 
   std::string makeFile(std::string_view name) {
     writeFile(folder / name, "picture");
@@ -40,22 +47,7 @@ class DesktopPictureInGSettings : public DesktopPicture {
  protected:
   static void SetUpTestSuite() {
     static const TemporaryFolder schemas;
-    writeFile(schemas / "test.gschema.xml", R"(<schemalist>
-      <enum id="test.options"><value nick="none" value="0"/><value nick="zoom" value="1"/></enum>
-      <schema id="org.gnome.desktop.background" path="/org/gnome/desktop/background/">
-        <key name="picture-uri" type="s"><default>''</default></key>
-        <key name="picture-uri-dark" type="s"><default>''</default></key>
-        <key name="picture-options" enum="test.options"><default>'zoom'</default></key>
-      </schema>
-      <schema id="org.gnome.desktop.interface" path="/org/gnome/desktop/interface/">
-        <key name="color-scheme" type="s"><default>'default'</default></key>
-      </schema>
-      <schema id="org.cinnamon.desktop.background" path="/org/cinnamon/desktop/background/">
-        <key name="picture-uri" type="i"><default>7</default></key>
-      </schema>
-      <schema id="org.mate.background"><key name="picture-filename" type="s"><default>''</default></key></schema>
-    </schemalist>)");
-    ASSERT_EQ(std::system(("glib-compile-schemas " + schemas.path().string()).c_str()), 0);
+    writeBackgroundSchemas(schemas.path());
     setenv("GSETTINGS_SCHEMA_DIR", schemas.path().c_str(), 1);
     setenv("GSETTINGS_BACKEND", "memory", 1);
     Gio::init();
@@ -67,7 +59,9 @@ class DesktopPictureInGSettings : public DesktopPicture {
   Glib::RefPtr<Gio::Settings> interface_ = Gio::Settings::create("org.gnome.desktop.interface");
 
   ~DesktopPictureInGSettings() override {
-    for (const auto* key : {"picture-uri", "picture-uri-dark", "picture-options"}) background_->reset(key);
+    for (const auto* key : {"picture-uri", "picture-uri-dark", "picture-options", "primary-color", "secondary-color",
+                            "color-shading-type"})
+      background_->reset(key);
     interface_->reset("color-scheme");
   }
 };
@@ -98,6 +92,26 @@ TEST_F(DesktopPictureInGSettings, FollowsTheColorSchemeAndWhatIsShown) {
   EXPECT_EQ(pictureOf("GNOME"), "");
 }
 
+TEST_F(DesktopPictureInGSettings, APlanOfPicturesCountsAsItsFirst) {
+  makeFile("first & best.png");
+  const auto plan = [this](const std::string& contents) {
+    writeSettings("plan.xml", "<background><starttime><hour>8</hour></starttime>" + contents + "</background>");
+    return pictureOf("GNOME");
+  };
+  store("picture-uri", "file://" + (folder / "plan.xml").string());
+  EXPECT_EQ(pictureOf("GNOME"), "");
+  const auto path = (folder / "first &amp; best.png").string();
+  const auto shown = [](const std::string& file) {
+    return "<static><duration>60</duration><file>" + file + "</file></static>";
+  };
+  EXPECT_EQ(plan(shown(path) + shown("/second.png")), "first & best.png");
+  EXPECT_EQ(plan(shown("\n <size width=\"1\" height=\"1\">\n" + path + "\n</size>\n<size>/b.png</size>")),
+            "first & best.png");
+  EXPECT_EQ(plan(""), "");
+  EXPECT_EQ(plan("<transition><from>" + path + "</from></transition>"), "");
+  EXPECT_EQ(plan(shown(path) + "<broken"), "");
+}
+
 TEST_F(DesktopPictureInGSettings, OnlyALocalRegularFileCounts) {
   const auto file = makeFile("picture.png");
   for (const auto& name : {std::string(), "file://elsewhere" + file, std::string("http://host/picture.png"),
@@ -106,6 +120,49 @@ TEST_F(DesktopPictureInGSettings, OnlyALocalRegularFileCounts) {
     store("picture-uri", name);
     EXPECT_EQ(pictureOf("GNOME"), "") << name;
   }
+}
+
+TEST_F(DesktopPictureInGSettings, TheBackgroundIsDescribedWithItsColorsAndTheWatchTellsOfChanges) {
+  const Environment gnome("XDG_CURRENT_DESKTOP", "ubuntu:GNOME");
+  int changes = 0;
+  auto watch = std::make_unique<DesktopBackgroundWatch>([&changes] { ++changes; });
+  const auto isTold = [&changes] {
+    while (Glib::MainContext::get_default()->iteration(false)) {
+    }
+    return std::exchange(changes, 0) > 0;
+  };
+  EXPECT_FALSE(isTold());
+  const fs::path file = "/a/picture.png";
+  store("picture-uri", file);
+  store("primary-color", "#ff8000");
+  store("secondary-color", "no color");
+  store("color-shading-type", "vertical");
+  EXPECT_TRUE(isTold());
+  EXPECT_EQ(desktopBackground(), DesktopBackground{.picture = file}) << "zoomed, on black";
+  for (const auto& [name, placement] : {std::pair("wallpaper", PicturePlacement::tiled),
+                                        {"centered", PicturePlacement::centered},
+                                        {"scaled", PicturePlacement::scaled},
+                                        {"stretched", PicturePlacement::stretched},
+                                        {"spanned", PicturePlacement::spanned}}) {
+    store("picture-options", name);
+    EXPECT_EQ(desktopBackground()->placement, placement) << name;
+  }
+  EXPECT_TRUE(isTold());
+  interface_->set_string("color-scheme", "prefer-dark");
+  EXPECT_TRUE(isTold()) << "another picture may be in force";
+  store("picture-options", "none");
+  const auto colors = desktopBackground();
+  ASSERT_TRUE(colors);
+  EXPECT_FALSE(colors->picture);
+  EXPECT_EQ(colors->shading, ColorShading::vertical);
+  EXPECT_NEAR(colors->primary.green, 0x80 / 255.0, 0.001);
+  EXPECT_EQ(colors->secondary, platform::black);
+  isTold();
+  watch.reset();
+  store("primary-color", "#ffffff");
+  EXPECT_FALSE(isTold());
+  const Environment other("XDG_CURRENT_DESKTOP", "X-Cinnamon:KDE");
+  EXPECT_FALSE(desktopBackground());
 }
 
 std::string xfceMonitor(const std::string& monitor, const std::string& image, const std::string& more = {}) {
@@ -164,6 +221,54 @@ TEST_F(DesktopPicture, OfPlasmaIsThatOfTheFirstScreen) {
   for (const auto* broken :
        {"", "Image=/etc/passwd", "[Containments][", "[Containments][1\nImage=/etc/passwd\n", "=", "[\n=\n[]"})
     EXPECT_EQ(write(broken), "") << broken;
+}
+
+TEST_F(DesktopPicture, OfUntouchedPlasmaIsThatOfTheGlobalTheme) {
+  const auto defaults = [this](const std::string& theme, const std::string& image) {
+    writeSettings("share/plasma/look-and-feel/" + theme + "/contents/defaults",
+                  "[kdeglobals][KDE]\nImage=Wrong\n\n[Wallpaper]\nImage=" + image + "\n");
+  };
+  const auto wallpaper = [this](const fs::path& place, std::initializer_list<const char*> names) {
+    for (const auto* name : names) writeSettings(place / "contents/images" / name, "picture");
+  };
+  EXPECT_EQ(pictureOf("KDE"), "");
+  defaults("org.kde.breeze.desktop", "Next");
+  EXPECT_EQ(pictureOf("KDE"), "") << "it is not installed";
+  wallpaper("share/wallpapers/Next", {"1080x1920.png", "5120x2880.jpg", "2560x1440.png", "440x247.png", "1920x1200.png",
+                                      "other.png", "1920x.png", "0x0.png"});
+  EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << "of the screen's shape, large enough, and not larger";
+  writeSettings("share/wallpapers/Next/contents/images_dark/1920x1080.png", "picture");
+  writeSettings("kdeglobals", "[Colors:Window]\nBackgroundNormal=42,46,50\n");
+  EXPECT_EQ(pictureOf("KDE"), "1920x1080.png") << "the dark one";
+  writeSettings("kdeglobals", "[Colors:Window]\nBackgroundNormal=239,240,241\n");
+
+  const fs::path applets = "plasma-org.kde.plasma.desktop-appletsrc";
+  const std::string panel = "[Containments][2]\nformfactor=2\nlastScreen=0\nwallpaperplugin=org.kde.image\n";
+  const std::string desktop = "[Containments][3]\nformfactor=0\nlastScreen=0\nwallpaperplugin=";
+  writeSettings(applets, panel + desktop + "org.kde.image\n");
+  EXPECT_EQ(pictureOf("KDE"), "2560x1440.png");
+  writeSettings(applets, panel + desktop + "org.kde.color\n");
+  EXPECT_EQ(pictureOf("KDE"), "") << "a plain colour is shown";
+
+  const std::string image =
+      panel + desktop + "org.kde.image\n[Containments][3][Wallpaper][org.kde.image][General]\nImage=";
+  wallpaper("data/wallpapers/Own", {"1366x768.jpg"});
+  writeSettings(applets, image + "Own\n");
+  EXPECT_EQ(pictureOf("KDE"), "1366x768.jpg");
+  for (const auto* scheme : {"file://", ""}) {
+    writeSettings(applets, image + scheme + (folder / "share/wallpapers/Next/").string() + "\n");
+    EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << "a folder that is named";
+  }
+
+  fs::remove(folder.path() / applets);
+  defaults("org.example.calm", "Calm.png");
+  writeSettings("data/wallpapers/Calm.png", "picture");
+  for (const auto* place : {"system/kdeglobals", "kdedefaults/kdeglobals", "kdeglobals"}) {
+    writeSettings(place, "[KDE]\nLookAndFeelPackage=org.example.calm\n");
+    EXPECT_EQ(pictureOf("KDE"), "Calm.png") << place;
+    writeSettings(place, "[KDE]\nLookAndFeelPackage=../calm\n");
+    EXPECT_EQ(pictureOf("KDE"), "2560x1440.png") << place;
+  }
 }
 
 }  // namespace
