@@ -15,6 +15,7 @@ namespace {
 constexpr double secondsToAnswer = 0.05;  // managers take up to 34 ms
 constexpr std::uint32_t fromPager = 2;    // who asks (EWMH, source indication)
 constexpr int mostFailures = 2;           // to get beneath a window
+constexpr int mostMoves = 3;              // to where it should be
 constexpr int mostRefusals = 6;           // of states
 
 // What the overlay is to stand between: windows of the manager's, none at the ends.
@@ -64,9 +65,11 @@ ManagedPlacement::ManagedPlacement(Connection& connection, platform::MainQueue& 
 
 void ManagedPlacement::introduce(const PlacementWish& wish) {
   introduceOwnWindow(connection_, wish.window, overlayName, "_NET_WM_WINDOW_TYPE_NORMAL");
-  introduceToManager(connection_, wish.window, wish.bounds, wish.level < platform::windowLevel::normal);
+  auto& overlay = overlays_[wish.window];
+  overlay.isBeneath = wish.level < platform::windowLevel::normal;
+  overlay.bounds = managedBounds(connection_, wish.bounds);
+  introduceToManager(connection_, wish.window, overlay.bounds, overlay.isBeneath);
   forbidBypass(connection_, wish.window);
-  overlays_[wish.window].isBeneath = wish.level < platform::windowLevel::normal;
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_change_window_attributes(connection_.get(), wish.window, XCB_CW_EVENT_MASK, &events);
 }
@@ -124,19 +127,23 @@ void ManagedPlacement::planOne(const PlacementWish& wish, const std::vector<Stac
   auto placed = wish;
   placed.window = entry->id;
   placed.sparesOwners = true;
-  placed.isHollow = overlay.failures > mostFailures && wish.sibling != XCB_WINDOW_NONE;
+  placed.isHollow = overlay.failures >= mostFailures && wish.sibling != XCB_WINDOW_NONE;
   placed.newcomers = newcomers_.above(wish, items, queue_.now());
   if (!placed.newcomers.empty()) plan.recheckIn(Newcomers::secondsOfGrace);
   const auto steps = restacksFor(placed, items);
   const bool isAtLevel = overlay.isBeneath == (wish.level < platform::windowLevel::normal);
   if (steps.empty()) overlay.isShown = true;
   if (!overlay.isShown) plan.waiting.insert(wish.window);
-  if (!steps.empty() || !isAtLevel || entry->bounds != wish.bounds) ask(wish, *entry, steps, stack, items, plan);
+  // Some keep windows off their bars, which they draw above all windows.
+  const bool isElsewhere = entry->bounds != overlay.bounds && overlay.moves < mostMoves;
+  if (!steps.empty() || !isAtLevel || isElsewhere) ask({wish, isElsewhere}, *entry, steps, stack, items, plan);
   if (auto clear = leftClear(placed, items); !clear.empty()) plan.clear.emplace(wish.window, std::move(clear));
 }
 
-void ManagedPlacement::ask(const PlacementWish& wish, const StackEntry& entry, const std::vector<Restack>& steps,
-                           const std::vector<StackEntry>& stack, std::vector<OrderItem>& items, PlacementPlan& plan) {
+void ManagedPlacement::ask(const PlacementPlan::Request& request, const StackEntry& entry,
+                           const std::vector<Restack>& steps, const std::vector<StackEntry>& stack,
+                           std::vector<OrderItem>& items, PlacementPlan& plan) {
+  const auto& wish = request.wish;
   const auto verdict = budget_.ask(wish, items, queue_.now());
   const bool isBeneath = wish.level < platform::windowLevel::normal;
   if (verdict == RestackBudget::Verdict::lost) {
@@ -159,8 +166,9 @@ void ManagedPlacement::ask(const PlacementWish& wish, const StackEntry& entry, c
   if (verdict == RestackBudget::Verdict::wait) return;
   auto& overlay = overlays_[wish.window];
   if (!steps.empty()) ++overlay.failures;
-  plan.requests.push_back({wish, entry.bounds != wish.bounds});
-  if (isBeneath) return;
+  if (request.isElsewhere) ++overlay.moves;
+  plan.requests.push_back(request);
+  if (isBeneath || (steps.empty() && !overlay.isBeneath)) return;
   // Some managers only lower on a request for below, and only raise on one for above, one of them too far. After a
   // change of the level nobody knows where the window will be.
   if (neighbours.below && (isRaised || overlay.isBeneath))
@@ -175,7 +183,7 @@ void ManagedPlacement::carryOut(const PlacementPlan& plan) {
     if (std::exchange(overlays_[wish.window].isBeneath, isBeneath) != isBeneath || isBeneath)
       tell(wish.window, "_NET_WM_STATE",
            {isBeneath ? add : remove, connection_.atom("_NET_WM_STATE_BELOW"), 0, fromPager, 0});
-    if (isElsewhere) configureBounds(connection_, wish.window, wish.bounds);
+    if (isElsewhere) configureBounds(connection_, wish.window, overlays_[wish.window].bounds);
   }
   for (const auto& step : plan.steps)
     tell(step.window, "_NET_RESTACK_WINDOW", {fromPager, step.sibling, step.mode, 0, 0});

@@ -31,16 +31,18 @@ class ManagedPlacement : public Placement {
 
  private:
   struct Overlay {
+    PixelRect bounds;                      // in the manager's hands
     bool isBeneath = false;                // what the manager was told about its level
     bool isShown = false;                  // it has been at its place
     xcb_window_t frame = XCB_WINDOW_NONE;  // around it, and made to let clicks through
     xcb_window_t sibling = XCB_WINDOW_NONE;
     int failures = 0;  // to get beneath that sibling
+    int moves = 0;     // that it was asked for
     int states = 0;    // that the manager gave it unasked
   };
   void planOne(const PlacementWish& wish, const std::vector<StackEntry>& stack, std::vector<OrderItem>& items,
                PlacementPlan& plan);
-  void ask(const PlacementWish& wish, const StackEntry& entry, const std::vector<Restack>& steps,
+  void ask(const PlacementPlan::Request& request, const StackEntry& entry, const std::vector<Restack>& steps,
            const std::vector<StackEntry>& stack, std::vector<OrderItem>& items, PlacementPlan& plan);
   void handle(const xcb_generic_event_t& event);
   void refuseStates(xcb_window_t overlay);

@@ -8,6 +8,8 @@
 #include <span>
 #include <vector>
 
+#include "desktops/x11/xcb_handle.h"
+
 namespace hushpane::x11 {
 
 namespace {
@@ -47,10 +49,6 @@ void introduceToManager(Connection& connection, xcb_window_t window, const Pixel
   const std::array<std::uint32_t, 9> hints{hasInput | hasState, 0, normalState};
   setWindowNumbers(connection, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, hints);
 
-  // A window that says that it draws its own frame is not taken for one of full screen.
-  setWindowNumbers(connection, window, connection.atom("_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL,
-                   std::array<std::uint32_t, 4>{});
-
   // A size that cannot change keeps some managers from maximising a window as large as the display.
   constexpr std::uint32_t userPosition = 1, userSize = 2, smallest = 16, largest = 32;
   const auto x = static_cast<std::uint32_t>(bounds.x), y = static_cast<std::uint32_t>(bounds.y);
@@ -62,6 +60,14 @@ void introduceToManager(Connection& connection, xcb_window_t window, const Pixel
   constexpr std::uint32_t hasDecorations = 2;
   const auto motif = connection.atom("_MOTIF_WM_HINTS");
   setWindowNumbers(connection, window, motif, motif, std::array<std::uint32_t, 5>{hasDecorations});
+}
+
+PixelRect managedBounds(Connection& connection, const PixelRect& bounds) {
+  const Reply<xcb_get_geometry_reply_t> root(
+      xcb_get_geometry_reply(connection.get(), xcb_get_geometry(connection.get(), connection.root()), nullptr));
+  auto managed = bounds;
+  if (root && bounds.width == root->width && bounds.height == root->height) ++managed.height;
+  return managed;
 }
 
 void forbidBypass(Connection& connection, xcb_window_t window) {

@@ -18,6 +18,11 @@ void introduceOwnWindow(Connection& connection, xcb_window_t window, std::string
 // without a frame that anybody sees, and beneath all others or not (ICCCM 4.1.2, EWMH).
 void introduceToManager(Connection& connection, xcb_window_t window, const PixelRect& bounds, bool isBeneath);
 
+// What an overlay has in the hands of a window manager. Some take a window without a frame that is just as large as all
+// displays together for one of full screen and put their bars away; one that reaches a pixel beyond is none. Waits for
+// the server.
+PixelRect managedBounds(Connection& connection, const PixelRect& bounds);
+
 // A compositor must not paint other windows past a large one.
 void forbidBypass(Connection& connection, xcb_window_t window);
 

@@ -54,7 +54,7 @@ void X11Window::create(const PlacementChoice& placement) {
   xcb_create_colormap(server, XCB_COLORMAP_ALLOC_NONE, shown_.colormap.get(), connection.root(), visual);
   shown_.bounds = bounds();
   shown_.window = WindowHandle(server, connection.newId());
-  const auto& at = shown_.bounds;
+  const auto at = shown_.isManaged ? managedBounds(connection, shown_.bounds) : shown_.bounds;
   const std::array<std::uint32_t, 4> values{XCB_BACK_PIXMAP_NONE, 0, shown_.isManaged ? 0u : 1u, shown_.colormap.get()};
   xcb_create_window(
       server, depth, id(), connection.root(), static_cast<std::int16_t>(at.x), static_cast<std::int16_t>(at.y),
@@ -69,6 +69,15 @@ void X11Window::retire(Placement& placement) {
   placement.forget(id());
   if (retired_) services_.tree.removeOwn(retired_->window.get());
   retired_.emplace(std::exchange(shown_, {}));
+}
+
+PixelRect X11Window::placedBounds() const {
+  auto placed = bounds();
+  const auto* entry = shown_.isManaged && shown_.isMapped ? services_.tree.topLevelOf(id()) : nullptr;
+  if (!entry || !entry->isMapped) return placed;
+  placed.x = entry->bounds.x;
+  placed.y = entry->bounds.y;
+  return placed;
 }
 
 void X11Window::frameChanged() {
@@ -103,7 +112,7 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
   auto shape = isWaiting ? CoverShape::nothing() : CoverShape::around(below, clear);
   std::erase_if(below, [&](const StackEntry& entry) { return std::ranges::find(clear, entry.id) != clear.end(); });
   OverlayPicture picture;
-  picture.bounds = bounds();
+  picture.bounds = placedBounds();
   picture.layers = layersOf(contentView());
   picture.alpha = presentationAlpha();
   picture.isComposited = services_.compositor.isRunning();
@@ -112,12 +121,12 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
   picture.below = std::move(below);
   const bool hasMaterial =
       std::ranges::find(picture.layers, Layer::Kind::material, &Layer::kind) != picture.layers.end();
-  if (picture.bounds != std::exchange(shown_.bounds, picture.bounds))
-    configureBounds(services_.connection, id(), picture.bounds);
+  if (bounds() != std::exchange(shown_.bounds, bounds())) configureBounds(services_.connection, id(), shown_.bounds);
+  const bool isMoved = picture.bounds != std::exchange(shown_.placed, picture.bounds);
   publishOpacity(picture.isComposited ? picture.alpha : 1);
   publishBlur(hasMaterial && picture.desktopBlurs);
   const auto [width, height] = std::pair(picture.bounds.width, picture.bounds.height);
-  const bool isAppearing = !shown_.isMapped || shape != shown_.shape;
+  const bool isAppearing = !shown_.isMapped || shape != shown_.shape || (isMoved && shape.hasHole());
   painter_.setPicture(std::move(picture), std::exchange(isContentChanged_, false) || isAppearing);
   if (!isAppearing) {
     if (painter_.isPaintNeeded()) painter_.paint(shown_.picture.get());
@@ -149,7 +158,7 @@ bool X11Window::settle() {
 void X11Window::showNext() {
   auto* const server = services_.connection.get();
   if (shown_.isMapped) xcb_clear_area(server, 0, id(), 0, 0, 0, 0);
-  nextShape_->apply(services_.connection, id(), shown_.bounds);
+  nextShape_->apply(services_.connection, id(), shown_.placed);
   if (!std::exchange(shown_.isMapped, true)) {
     setInputRegion();  // no click must be caught in between
     xcb_map_window(server, id());

@@ -41,6 +41,8 @@ class X11Window : public platform::Window {
   // None while it is not shown.
   xcb_window_t id() const { return shown_.window.get(); }
   PixelRect bounds() const { return services_.screens.toPixels(frame()); }
+  // Where it really is; a window manager may keep it off its own bars.
+  PixelRect placedBounds() const;
 
   // Makes the window in the server where it is missing or of another generation.
   void ready(PlacementChoice& placement);
@@ -67,7 +69,8 @@ class X11Window : public platform::Window {
     ColormapHandle colormap;
     WindowHandle window;
     Picture picture;
-    PixelRect bounds;
+    PixelRect bounds;  // that were asked for
+    PixelRect placed;  // that it was drawn for
     CoverShape shape;
     bool isManaged = false;
     int generation = 0;
