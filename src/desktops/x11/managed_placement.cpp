@@ -161,11 +161,13 @@ void ManagedPlacement::ask(const PlacementPlan::Request& request, const StackEnt
   for (const auto& step : steps) x11::carryOut(step, expected);
   const bool isRaised = place(expected) > place(items);
   const auto neighbours = neighboursOf(entry.id, expected, stack);
-  // What it is to leave clear is found out where it will be. Until it is lowered, it is where it is.
-  if (isRaised || isBeneath) items = std::move(expected);
-  if (verdict == RestackBudget::Verdict::wait) return;
   auto& overlay = overlays_[wish.window];
-  if (!steps.empty()) ++overlay.failures;
+  const bool isAsked = verdict == RestackBudget::Verdict::move;
+  if (isAsked && !steps.empty()) ++overlay.failures;
+  // What it is to leave clear is found out where it will be. Where it was not lowered when it was asked for, it is what
+  // it hides there.
+  if (isRaised || isBeneath || overlay.failures < mostFailures) items = std::move(expected);
+  if (!isAsked) return;
   if (request.isElsewhere) ++overlay.moves;
   plan.requests.push_back(request);
   if (isBeneath || (steps.empty() && !overlay.isBeneath)) return;

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-#include "desktops/x11/xcb_handle.h"
+#include "desktops/x11/root_bounds.h"
 
 namespace hushpane::x11 {
 
@@ -63,10 +63,8 @@ void introduceToManager(Connection& connection, xcb_window_t window, const Pixel
 }
 
 PixelRect managedBounds(Connection& connection, const PixelRect& bounds) {
-  const Reply<xcb_get_geometry_reply_t> root(
-      xcb_get_geometry_reply(connection.get(), xcb_get_geometry(connection.get(), connection.root()), nullptr));
   auto managed = bounds;
-  if (root && bounds.width == root->width && bounds.height == root->height) ++managed.height;
+  if (bounds == rootBounds(connection)) ++managed.height;
   return managed;
 }
 

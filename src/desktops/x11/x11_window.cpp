@@ -144,7 +144,7 @@ void X11Window::present(std::vector<StackEntry> below, const std::vector<xcb_win
 
 bool X11Window::settle() {
   shown_.isPlaced = true;
-  const bool isRevealed = shown_.isManaged && nextShape_ && shown_.shape == CoverShape::nothing();
+  const bool isRevealed = shown_.isManaged && nextShape_ && !(shown_.shape == *nextShape_);
   if (nextShape_) showNext();
   if (retired_ && shown_.shape != CoverShape::nothing()) {
     services_.tree.removeOwn(retired_->window.get());

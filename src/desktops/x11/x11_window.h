@@ -50,8 +50,8 @@ class X11Window : public platform::Window {
   // Draws what is to be seen when the windows `below` lie below this one, but for those that it leaves clear; nothing
   // is to be seen of one that waits for its place.
   void present(std::vector<StackEntry> below, const std::vector<xcb_window_t>& clear, bool isWaiting);
-  // Shows the window, where it was not shown, and lets go of what it no longer needs. Returns whether a managed window
-  // has just come into sight.
+  // Shows the window, where it was not shown, and lets go of what it no longer needs. Returns whether more of a
+  // managed window has just come into sight.
   bool settle();
   void hide(Placement& placement);
   // Everything is to be drawn anew.
