@@ -7,7 +7,6 @@
 #include "tests/x11/root_picture.h"
 
 namespace hushpane::x11_tests {
-namespace {
 
 Environment homeEnvironment(const std::filesystem::path& home) {
   Environment environment{{"HOME", home},
@@ -25,8 +24,6 @@ Environment homeEnvironment(const std::filesystem::path& home) {
   }
   return environment;
 }
-
-}  // namespace
 
 Session::Session(const WindowManagerKind& windowManager, Monitors monitors)
     : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {

@@ -12,6 +12,9 @@
 
 namespace hushpane::x11_tests {
 
+// What programs get to know whose home that folder is; makes the folders in it.
+Environment homeEnvironment(const std::filesystem::path& home);
+
 // One person's session: an X server with a monitor and room for a second one on its right, a window manager, and a home
 // of its own; a session bus and a compositor when asked for.
 class Session {

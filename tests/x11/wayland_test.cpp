@@ -3,9 +3,7 @@
 
 #include <sstream>
 
-#include "support/temporary_folder.h"
-#include "tests/x11/process.h"
-#include "tests/x11/settings_file.h"
+#include "tests/x11/session.h"
 
 namespace hushpane::x11_tests {
 namespace {
@@ -15,14 +13,12 @@ constexpr uid_t nobody = 65534;
 // A Wayland session with an X server in it, drawing into memory.
 class WaylandSession : public testing::Test {
  protected:
-  WaylandSession() {
+  WaylandSession() : environment_(homeEnvironment(home_.path())) {
     const auto configuration = home_ / "sway.conf";
     // Whoever runs the test may use the X server.
     writeFile(configuration,
-              "xwayland enable\noutput HEADLESS-1 mode 640x400\nclient.focused #c03030 #c03030 #ffffff\n"
+              "xwayland enable\noutput HEADLESS-1 mode 640x400\n"
               "exec sh -c 'xhost +si:localuser:root >&2; echo \"$DISPLAY $WAYLAND_DISPLAY\" >&3'\n");
-    std::filesystem::create_directory(home_ / "runtime");
-    std::filesystem::permissions(home_ / "runtime", std::filesystem::perms::owner_all);
     std::vector<std::string> command{"sway", "-c", configuration};
     if (geteuid() == 0) {
       makeSocketFolder();
@@ -33,10 +29,9 @@ class WaylandSession : public testing::Test {
       command.insert(command.begin(),
                      {"setpriv", "--reuid", id, "--regid", id, "--clear-groups", "--pdeathsig", "KILL"});
     }
-    environment_ = {{"PATH", std::getenv("PATH")}, {"HOME", home_.path()}, {"XDG_RUNTIME_DIR", home_ / "runtime"}};
-    auto session = environment_;
-    session.insert({{"WLR_BACKENDS", "headless"}, {"WLR_RENDERER", "pixman"}, {"WLR_LIBINPUT_NO_DEVICES", "1"}});
-    sway_ = std::make_unique<Process>(command, session, logs_.path());
+    auto headless = environment_;
+    headless.insert({{"WLR_BACKENDS", "headless"}, {"WLR_RENDERER", "pixman"}, {"WLR_LIBINPUT_NO_DEVICES", "1"}});
+    sway_ = std::make_unique<Process>(command, headless, home_ / "logs");
     std::istringstream displays(sway_->report());
     displays >> environment_["DISPLAY"] >> environment_["WAYLAND_DISPLAY"];
   }
@@ -48,19 +43,19 @@ class WaylandSession : public testing::Test {
       std::filesystem::permissions(folder, std::filesystem::perms::all | std::filesystem::perms::sticky_bit);
   }
 
-  std::string screen() const { return run({"grim", "-t", "ppm", "-"}, environment_, logs_.path()); }
+  std::string screen() const { return run({"grim", "-t", "ppm", "-"}, environment_, home_ / "logs"); }
 
-  TemporaryFolder home_, logs_;
-  hushpane::x11_tests::Environment environment_;
+  TemporaryFolder home_;
+  Environment environment_;
   std::unique_ptr<Process> sway_;
 };
 
 TEST_F(WaylandSession, IsLeftAloneWithALineThatSaysWhatIsMissing) {
-  const SettingsFile settings(home_ / ".config/hushpane/com.corvane.Hushpane.plist");
+  const SettingsFile settings(home_ / "config/hushpane/com.corvane.Hushpane.plist");
   settings.write({{"hasSeenWelcome", xml(true)}, {"hushpane.lastUserMode", xml("cleanDesktop")}});
   const auto before = screen();
   ASSERT_GT(before.size(), 640u * 400 * 3);
-  Process hushpane({HUSHPANE_BINARY}, environment_, logs_.path());
+  Process hushpane({HUSHPANE_BINARY}, environment_, home_ / "logs");
   EXPECT_EQ(hushpane.wait(), 1);
   EXPECT_EQ(hushpane.errors(),
             "hushpane: XWayland cannot cover the windows of a Wayland session; an X11 session is needed for now\n");

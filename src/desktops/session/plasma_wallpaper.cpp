@@ -70,7 +70,7 @@ std::optional<Size> sizeOf(const fs::path& file) {
 std::tuple<double, bool, double> misfit(const Size& size, const platform::Rect& frame, double scale) {
   const double shape = std::abs(std::log(size.width / size.height * frame.height / frame.width));
   const double pixels = std::log(size.width / (frame.width * scale));
-  return {std::round(shape * 100), pixels < 0, std::abs(pixels)};
+  return {std::round(shape * 10), pixels < 0, std::abs(pixels)};
 }
 
 std::optional<fs::path> bestIn(const fs::path& folder, const platform::Screen& screen) {
