@@ -42,7 +42,9 @@ void MenuBarItem::update() {
   const bool isActive =
       !state.isRevealHeld() && (state.userMode() == VeilMode::cleanDesktop || state.userMode() == VeilMode::focus);
   auto& item = platform_.statusItem();
-  item.setImage({menuBarIconSize, [isActive](platform::Canvas& canvas) { drawMenuBarIcon(canvas, isActive); }});
+  item.setImage({menuBarIconSize, [isActive](platform::Canvas& canvas, double pixelsPerPoint) {
+                   drawMenuBarIcon(canvas, pixelsPerPoint, isActive);
+                 }});
   item.setToolTip(localized("Hushpane"_key) + ": " +
                   titleOf(state.isRevealHeld() ? VeilMode::reveal : state.userMode()));
 }

@@ -11,8 +11,9 @@ namespace hushpane::platform {
 
 // A picture of which only the alpha counts; the desktop gives it the colour that stands out.
 struct TemplateImage {
-  Size size;                            // points
-  std::function<void(Canvas&)> draw{};  // in black, at any scale
+  Size size;  // points
+  // In black. For the canvas it gets, so many pixels are a point: what is to be sharp lies on whole ones.
+  std::function<void(Canvas&, double pixelsPerPoint)> draw{};
 };
 
 // The program's icon where the desktop shows such icons. It is there from the first image on, as soon and as long as

@@ -79,7 +79,7 @@ TEST_F(PanelTest, TheIconFollowsModeAndRevealKey) {
   const auto isActive = [&] {
     platform::Image image{20, 20, std::vector<std::uint32_t>(400)};
     desktops::CairoCanvas canvas(image, 1);
-    item.image().draw(canvas);
+    item.image().draw(canvas, 1);
     return (image.pixels[10 * 20 + 16] >> 24) > 200;
   };
   EXPECT_FALSE(isActive());

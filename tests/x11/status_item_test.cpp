@@ -18,7 +18,7 @@ constexpr Pixel light{0xffffff}, dark{0x242424};
 
 // A block, or only its upper part.
 platform::TemplateImage icon(bool isFilled = true) {
-  return {{20, 20}, [isFilled](platform::Canvas& canvas) {
+  return {{20, 20}, [isFilled](platform::Canvas& canvas, double) {
             canvas.fill(platform::rectanglePath({2, 4, 16, 3}), platform::black);
             if (isFilled) canvas.fill(platform::rectanglePath({2, 7, 16, 9}), platform::black);
           }};
@@ -263,7 +263,7 @@ TEST_F(StatusItem, NotifierTellsItsLook) {
   looks.setDark(true);
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 1; }));
   EXPECT_EQ(host_->picture(22)[22 * 11 + 11], 0xffffffffu);
-  notifier.setImage({{20, 20}, [](platform::Canvas& canvas) {
+  notifier.setImage({{20, 20}, [](platform::Canvas& canvas, double) {
                        canvas.fill(platform::rectanglePath({0, 0, 20, 20}), platform::Color{0, 0, 0, 0.5});
                      }});
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 2; }));

@@ -37,7 +37,7 @@ platform::Image templatePicture(const platform::TemplateImage& image, int side, 
   auto drawn = emptyPicture(pixels(image.size.width), pixels(image.size.height));
   {
     CairoCanvas canvas(drawn, scale);
-    image.draw(canvas);
+    image.draw(canvas, scale);
   }
   const int left = (picture.width - drawn.width) / 2, top = (picture.height - drawn.height) / 2;
   for (int row = 0; row < drawn.height; ++row)
