@@ -9,6 +9,7 @@
 #include "tests/x11/session.h"
 #include "tests/x11/status_notifier_host.h"
 #include "tests/x11/tray.h"
+#include "tests/x11/xsettings_manager.h"
 
 namespace hushpane::x11_tests {
 namespace {
@@ -182,6 +183,27 @@ TEST_F(StatusItem, FollowsSizeAndColorsOfATrayWithoutTransparency) {
   ASSERT_TRUE(standsInTray(light, darkGround));
   tray.releaseIcon();
   EXPECT_TRUE(waitUntil(isGone)) << "a tray that lets it go";
+}
+
+TEST_F(StatusItem, FollowsTheThemeThatTheDesktopTells) {
+  startDesktop();
+  auto& looks = platform_->appearance();
+  int changes = 0;
+  const auto observer = looks.observe([&] { ++changes; });
+  const auto turns = [&](bool isDark) { return waitUntil([&] { return looks.isDark() == isDark; }); };
+  EXPECT_FALSE(looks.isDark());
+  for (const auto order : {XsettingsManager::Order::lowestFirst, XsettingsManager::Order::highestFirst}) {
+    XsettingsManager manager(display(), order);
+    manager.setText("Net/ThemeName", "Mint-Y-Dark");
+    EXPECT_TRUE(turns(true));
+    manager.setText("Net/ThemeName", "Mint-Y");
+    EXPECT_TRUE(turns(false));
+    manager.setText("Net/ThemeName", "Arc-Dark");
+    EXPECT_TRUE(turns(true));
+    manager.destroyWindow();
+    EXPECT_TRUE(turns(false)) << "nobody tells any more";
+  }
+  EXPECT_EQ(changes, 8);
 }
 
 TEST_F(StatusItem, PrefersAHostOfNotifiersToTheTrayWhileThereIsOne) {
