@@ -5,6 +5,7 @@
 #include "desktops/x11/x11_platform.h"
 #include "platform/handler_list.h"
 #include "platform/path.h"
+#include "support/environment.h"
 #include "tests/x11/plain_tray.h"
 #include "tests/x11/session.h"
 #include "tests/x11/status_notifier_host.h"
@@ -253,6 +254,7 @@ class Looks : public platform::SystemAppearance {
 };
 
 TEST_F(StatusItem, NotifierTellsItsLook) {
+  const hushpane::Environment unknownDesktop("XDG_CURRENT_DESKTOP", nullptr);
   startBus();
   setenv("DBUS_SESSION_BUS_ADDRESS", environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(), 1);
   session::MainQueue queue;
@@ -274,6 +276,8 @@ TEST_F(StatusItem, NotifierTellsItsLook) {
   EXPECT_EQ(textOf("Id"), "'hushpane'");
   EXPECT_EQ(textOf("ItemIsMenu"), "false");
   EXPECT_EQ(host_->toolTip(), "Focus & <calm>");
+  for (const char* name : {"IconAccessibleDesc", "AttentionAccessibleDesc"})
+    EXPECT_EQ(textOf(name), "'Focus & <calm>'") << name;
   for (const int side : {16, 22, 24, 32, 44, 48, 64}) {
     SCOPED_TRACE(side);
     const auto picture = host_->picture(side);
@@ -285,11 +289,15 @@ TEST_F(StatusItem, NotifierTellsItsLook) {
   looks.setDark(true);
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 1; }));
   EXPECT_EQ(host_->picture(22)[22 * 11 + 11], 0xffffffffu);
-  notifier.setImage({{20, 20}, [](platform::Canvas& canvas, double) {
-                       canvas.fill(platform::rectanglePath({0, 0, 20, 20}), platform::Color{0, 0, 0, 0.5});
-                     }});
+  // Beside the block: a rim, whose colour is not faded by its alpha.
+  const auto rim = host_->picture(22)[22 * 11 + 2];
+  EXPECT_EQ(rim & 0xffffff, 0u);
+  EXPECT_NEAR(rim >> 24, 178, 2);
+  looks.setDark(false);
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 2; }));
-  EXPECT_EQ(host_->picture(22)[22 * 11 + 11] | 0x01000000u, 0x81ffffffu) << "colours are not faded by the alpha";
+  EXPECT_EQ(host_->picture(22)[22 * 11 + 2] & 0xffffff, 0xffffffu);
+  notifier.setImage(icon(false));
+  EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 3; }));
   notifier.setToolTip("Standard");
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewToolTip") == 1; }));
   EXPECT_EQ(host_->toolTip(), "Standard");
