@@ -120,8 +120,10 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 1 && inside.size() == 1; }));
   runTool({"xdotool", "click", "3"});
   EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 2 && inside.size() == 2; }));
-  EXPECT_EQ(clicks_, std::vector(2, std::optional(spot)));
   runTool({"xdotool", "click", "2"});
+  EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 3; }));
+  EXPECT_EQ(clicks_, std::vector(3, std::optional(spot)));
+  runTool({"xdotool", "click", "4"});
   click(elsewhere);
   EXPECT_TRUE(waitUntil([&] { return outside.size() == 1 && !hovers.empty() && !hovers.back(); }));
   EXPECT_TRUE(hovers.front());
@@ -144,7 +146,7 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   ASSERT_EQ(grab->status, XCB_GRAB_STATUS_SUCCESS);
   runTool({"xdotool", "click", "3"});
   EXPECT_TRUE(waitUntil([&] { return outside.size() == 2; }));
-  EXPECT_EQ(clicks_.size(), 2u);
+  EXPECT_EQ(clicks_.size(), 3u);
 
   using platform::EventType;
   const auto types = [](const std::vector<platform::Event>& events) {
@@ -184,6 +186,57 @@ TEST_F(StatusItem, FollowsSizeAndColorsOfATrayWithoutTransparency) {
   ASSERT_TRUE(standsInTray(light, darkGround));
   tray.releaseIcon();
   EXPECT_TRUE(waitUntil(isGone)) << "a tray that lets it go";
+}
+
+// A cover that is still to be ordered in.
+std::unique_ptr<platform::Window> makeCover(platform::Platform& platform, int level) {
+  auto cover = platform.windows().makeWindow(platform.screens().screens().front().frame,
+                                             {.isOpaque = false, .ignoresMouseEvents = true});
+  cover->setLevel(level);
+  cover->contentView().setLayerColor({0, 0, 0, 0.8});
+  cover->setAlpha(0);
+  return cover;
+}
+
+constexpr platform::Animation fade{0.3, platform::TimingFunction::linear};
+
+TEST_F(StatusItem, StandsOutFromACoverThatShowsThroughItsTray) {
+  startCompositor();
+  const ClientWindow desktop(x(), {leftMonitor, lightGround, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+  startDesktop();
+  PlainTray tray(display(), {0}, PlainTray::Kind::transparent);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  const auto cover = makeCover(*platform_, platform::windowLevel::aboveDesktop);
+  cover->orderFront();
+  cover->animateAlpha(1, fade);
+  EXPECT_TRUE(standsInTray(light, dimmed(lightGround, 0.8)));
+  cover->animateAlpha(0, fade, [&] { cover->orderOut(); });
+  EXPECT_TRUE(standsInTray(dark, lightGround));
+}
+
+TEST_P(TrayIcon, KeepsItsColorBeneathACover) {
+  startDesktop();
+  PlainTray tray(display(), lightGround, PlainTray::Kind::amongWindows);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  const auto cover = makeCover(*platform_, platform::windowLevel::normal);
+  cover->orderFront();
+  cover->animateAlpha(1, fade);
+  EXPECT_TRUE(standsInTray(dimmed(dark, 0.8), dimmed(lightGround, 0.8)));
+  EXPECT_FALSE(waitUntil([this] { return !isNear(x().pixel(center(*item().frame())), dimmed(dark, 0.8)); }, 1500ms))
+      << "it stays so";
+}
+
+TEST_F(StatusItem, LooksAgainWhenTheDesktopTurnsDark) {
+  startDesktop();
+  PlainTray tray(display(), lightGround);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  tray.paint(darkGround);
+  XsettingsManager manager(display());
+  manager.setText("Net/ThemeName", "Adwaita-dark");
+  EXPECT_TRUE(standsInTray(light, darkGround));
 }
 
 TEST_F(StatusItem, FollowsTheThemeThatTheDesktopTells) {

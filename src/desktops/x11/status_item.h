@@ -14,8 +14,7 @@ namespace hushpane::x11 {
 // Hosts show the tool tip themselves and tell no frame; in the tray it is the other way round.
 class X11StatusItem : public platform::StatusItem {
  public:
-  X11StatusItem(Connection& connection, Render& render, const Screens& screens, EventMonitors& monitors,
-                platform::MainQueue& queue, session::DbusSession& session, platform::SystemAppearance& appearance);
+  X11StatusItem(const IconServices& services, session::DbusSession& session, platform::SystemAppearance& appearance);
 
   void setImage(platform::TemplateImage image) override;
   void setToolTip(std::string text) override;
@@ -23,7 +22,6 @@ class X11StatusItem : public platform::StatusItem {
   bool isShown() const override;
   std::optional<platform::Rect> frame() const override;
 
-  const std::string& toolTip() const { return toolTip_; }
   // Called on the main queue when the pointer comes over the icon in the tray, with true, and when it left.
   void setHoverHandler(std::function<void(bool)> handler) { hoverHandler_ = std::move(handler); }
 
@@ -34,14 +32,13 @@ class X11StatusItem : public platform::StatusItem {
   void activated(int x, int y);
   void hovered(bool isHovered);
 
-  const Screens& screens_;
-  platform::MainQueue& queue_;
+  IconServices services_;
   platform::TemplateImage image_;
-  std::string toolTip_;
   ClickHandler clickHandler_;
   std::function<void(bool)> hoverHandler_;
   TrayIcon tray_;
   session::StatusNotifierItem notifier_;
+  platform::Token appearanceChanges_;
   platform::Lifetime lifetime_;
 };
 

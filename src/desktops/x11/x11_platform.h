@@ -166,7 +166,8 @@ class X11Platform : public platform::Platform {
       portal_,
       {.name = [this] { return xsettings_.text("Net/ThemeName"); },
        .observe = [this](std::function<void()> changed) { return xsettings_.addChangeHandler(std::move(changed)); }}};
-  X11StatusItem statusItem_{*connection_, render_, screens_, eventMonitors_, base_->queue, base_->session, appearance_};
+  X11StatusItem statusItem_{
+      {*connection_, render_, screens_, eventMonitors_, stage_, base_->queue}, base_->session, appearance_};
   session::PortalOpenPanel openPanel_{portal_, base_->queue};
   session::AutostartLoginItem loginItem_{session::ownProgram()};
   session::DbusUserNotifications userNotifications_{base_->session, urls_, base_->queue};
