@@ -173,8 +173,12 @@ TEST_F(PanelTest, AnIconWithoutAPlaceOpensWhereItWasClickedAndClosesWithTheSameC
   EXPECT_EQ(panelCount(), 0u);
   clickBar();
   settle();
-  click(place);
-  EXPECT_EQ(panelCount(), 0u);
+  ASSERT_EQ(panelCount(), 1u);
+  desktop->pointer().click(place);
+  desktop->drain();
+  desktop->statusItem().click(Point{100, 300});
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u) << "wherever the desktop takes the icon to be";
   desktop->advance(2);
   desktop->statusItem().click(place);
   desktop->drain();

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "desktops/x11/clicked_place.h"
+
 namespace hushpane::x11 {
 
 X11StatusItem::X11StatusItem(const IconServices& services, session::DbusSession& session,
@@ -37,7 +39,7 @@ void X11StatusItem::chooseTray() {
   tray_.setImage(isTrayWanted ? image_ : platform::TemplateImage{});
 }
 
-void X11StatusItem::clicked(std::optional<platform::Point> point) {
+void X11StatusItem::clicked(platform::Point point) {
   services_.queue.async(lifetime_.weak([this, point] {
     if (const auto handler = clickHandler_) handler(point);
   }));
@@ -45,9 +47,9 @@ void X11StatusItem::clicked(std::optional<platform::Point> point) {
 
 // Hosts that know no place tell the corner of the root.
 void X11StatusItem::activated(int x, int y) {
-  if (x == 0 && y == 0) return clicked(std::nullopt);
-  const auto point = services_.screens.toPoints({x, y, 0, 0});
-  clicked(platform::Point{point.x, point.y});
+  const auto pointer = services_.monitors.mouseLocation();
+  const auto told = services_.screens.toPoints({x, y, 0, 0});
+  clicked(x == 0 && y == 0 ? pointer : clickedPlace({told.x, told.y}, pointer, services_.screens));
 }
 
 void X11StatusItem::hovered(bool isHovered) {

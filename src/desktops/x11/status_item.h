@@ -28,7 +28,7 @@ class X11StatusItem : public platform::StatusItem {
  private:
   bool isHosted() const { return notifier_.hosting() == session::StatusNotifierItem::Hosting::present; }
   void chooseTray();
-  void clicked(std::optional<platform::Point> point);
+  void clicked(platform::Point point);
   void activated(int x, int y);
   void hovered(bool isHovered);
 
