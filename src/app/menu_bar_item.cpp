@@ -1,6 +1,5 @@
 #include "app/menu_bar_item.h"
 
-#include <string>
 #include <utility>
 
 #include "localization/language_manager.h"
@@ -23,7 +22,7 @@ std::string titleOf(VeilMode mode) {
 
 }  // namespace
 
-MenuBarItem::MenuBarItem(platform::Platform& platform) : platform_(platform) {
+MenuBarItem::MenuBarItem(platform::Platform& platform) : platform_(platform), tooltip_(platform) {
   // An announcement comes before the change.
   const auto changed = [this] {
     if (std::exchange(isUpdateQueued_, true)) return;
@@ -45,8 +44,9 @@ void MenuBarItem::update() {
   item.setImage({menuBarIconSize, [isActive](platform::Canvas& canvas, double pixelsPerPoint) {
                    drawMenuBarIcon(canvas, pixelsPerPoint, isActive);
                  }});
-  item.setToolTip(localized("Hushpane"_key) + ": " +
-                  titleOf(state.isRevealHeld() ? VeilMode::reveal : state.userMode()));
+  auto text = localized("Hushpane"_key) + ": " + titleOf(state.isRevealHeld() ? VeilMode::reveal : state.userMode());
+  if (std::exchange(toolTipText_, std::move(text)) != toolTipText_) hideToolTip();
+  item.setToolTip(toolTipText_);
 }
 
 }  // namespace hushpane

@@ -27,8 +27,11 @@ class StatusItem {
 
   virtual void setImage(TemplateImage image) = 0;
   virtual void setToolTip(std::string text) = 0;
-  // Called on the main queue.
+  // Called on the main queue, as is the next.
   virtual void setClickHandler(ClickHandler handler) = 0;
+  // Told, with true, when the pointer comes over the icon, and with false when it left; never where the desktop shows
+  // the tool tip itself.
+  virtual void setHoverHandler(std::function<void(bool)> handler) = 0;
 
   // Whether the desktop has a place for it now.
   virtual bool isShown() const = 0;

@@ -270,6 +270,38 @@ TEST_F(PanelTest, ATooltipComesAfterAPauseAndGoesWithThePointer) {
   EXPECT_EQ(panelCount(), 1u);
 }
 
+TEST_F(PanelTest, TheIconTellsTheModeWhereThePointerRestsUnlessThePanelIsOpen) {
+  launch();
+  const auto restOnIcon = [&] {
+    desktop->pointer().moveTo({500, 500});
+    desktop->pointer().moveTo(icon());
+    desktop->advance(0.7);
+  };
+  restOnIcon();
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_TRUE(shows("Hushpane: Standard"));
+  EXPECT_GE(outline().y, barHeight) << "beneath the icon";
+  EXPECT_NEAR(outline().x + outline().width / 2, icon().x, 1);
+  desktop->pointer().moveTo({500, 500});
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u);
+  restOnIcon();
+  state().setMode(VeilMode::focus);
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u) << "it says what is no longer so";
+  restOnIcon();
+  EXPECT_TRUE(shows("Hushpane: Focus"));
+  open();
+  EXPECT_FALSE(shows("Hushpane: Focus"));
+  EXPECT_EQ(panelCount(), 1u);
+  restOnIcon();
+  EXPECT_EQ(panelCount(), 1u);
+  desktop->statusItem().setFrameUntold(true);
+  type(escapeKey);
+  restOnIcon();
+  EXPECT_EQ(panelCount(), 0u) << "the desktop shows its own";
+}
+
 TEST_F(PanelTest, QuitsByRowAndByKeyAndEndsTheProgram) {
   for (const auto modifiers : {platform::modifier::control, platform::modifier::command}) {
     relaunchWithIcon();

@@ -103,7 +103,7 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   startTray(darkGround);
   startDesktop();
   std::vector<bool> hovers;
-  dynamic_cast<x11::X11StatusItem&>(item()).setHoverHandler([&](bool isOver) { hovers.push_back(isOver); });
+  item().setHoverHandler([&](bool isOver) { hovers.push_back(isOver); });
   std::vector<platform::Event> inside, outside;
   const auto buttons =
       platform::maskOf(platform::EventType::leftMouseDown) | platform::maskOf(platform::EventType::rightMouseDown);
