@@ -138,12 +138,11 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   move(elsewhere);
   runTool({"xdotool", "mouseup", "1"});
   // A menu of another program keeps buttons from everybody else.
-  auto grab = own(xcb_grab_pointer_reply(
-      x().get(),
-      xcb_grab_pointer(x().get(), 1, x().root(), XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                       XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-      nullptr));
-  ASSERT_EQ(grab->status, XCB_GRAB_STATUS_SUCCESS);
+  ASSERT_TRUE(waitUntil([this] {
+    const auto cookie = xcb_grab_pointer(x().get(), 1, x().root(), XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    return own(xcb_grab_pointer_reply(x().get(), cookie, nullptr))->status == XCB_GRAB_STATUS_SUCCESS;
+  })) << "once the button is up for everybody";
   runTool({"xdotool", "click", "3"});
   EXPECT_TRUE(waitUntil([&] { return outside.size() == 2; }));
   EXPECT_EQ(clicks_.size(), 3u);
