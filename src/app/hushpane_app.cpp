@@ -18,7 +18,12 @@ HushpaneApp::HushpaneApp(platform::Platform& platform)
   appDelegate_.showMenuBarHint = [] { MenuBarHintWindowController::shared().show(); };
   appDelegate_.applicationDidFinishLaunching();
   CorvaneUpdater::shared().showMessage = [this](std::string text) { panel_.showMessage(std::move(text)); };
-  platform.statusItem().setClickHandler([this](std::optional<platform::Point> point) { panel_.toggle(point); });
+  platform.statusItem().setClickHandler([this](std::optional<platform::Point> point) {
+    menuBarItem_.hideToolTip();
+    panel_.toggle(point);
+  });
+  platform.statusItem().setHoverHandler(
+      [this](bool isOver) { isOver && !panel_.isOpen() ? menuBarItem_.showToolTip() : menuBarItem_.hideToolTip(); });
   auto& application = platform.application();
   application.setReopenHandler([this] { panel_.open(); });
   application.setOpenUrlsHandler([this](const std::vector<std::string>& urls) { appDelegate_.handleOpenURLs(urls); });

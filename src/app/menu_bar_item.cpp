@@ -1,6 +1,5 @@
 #include "app/menu_bar_item.h"
 
-#include <string>
 #include <utility>
 
 #include "localization/language_manager.h"
@@ -23,7 +22,7 @@ std::string titleOf(VeilMode mode) {
 
 }  // namespace
 
-MenuBarItem::MenuBarItem(platform::Platform& platform) : platform_(platform) {
+MenuBarItem::MenuBarItem(platform::Platform& platform) : platform_(platform), tooltip_(platform) {
   // An announcement comes before the change.
   const auto changed = [this] {
     if (std::exchange(isUpdateQueued_, true)) return;
@@ -42,9 +41,12 @@ void MenuBarItem::update() {
   const bool isActive =
       !state.isRevealHeld() && (state.userMode() == VeilMode::cleanDesktop || state.userMode() == VeilMode::focus);
   auto& item = platform_.statusItem();
-  item.setImage({menuBarIconSize, [isActive](platform::Canvas& canvas) { drawMenuBarIcon(canvas, isActive); }});
-  item.setToolTip(localized("Hushpane"_key) + ": " +
-                  titleOf(state.isRevealHeld() ? VeilMode::reveal : state.userMode()));
+  item.setImage({menuBarIconSize, [isActive](platform::Canvas& canvas, double pixelsPerPoint) {
+                   drawMenuBarIcon(canvas, pixelsPerPoint, isActive);
+                 }});
+  auto text = localized("Hushpane"_key) + ": " + titleOf(state.isRevealHeld() ? VeilMode::reveal : state.userMode());
+  if (std::exchange(toolTipText_, std::move(text)) != toolTipText_) hideToolTip();
+  item.setToolTip(toolTipText_);
 }
 
 }  // namespace hushpane

@@ -114,8 +114,9 @@ void PanelController::toggle(std::optional<Point> clicked) {
 bool PanelController::hasJustClosedFor(std::optional<Point> clicked) const {
   if (!closingClick_ || platform_.mainQueue().now() - closingClick_->time > secondsOfOneClick) return false;
   if (const auto icon = platform_.statusItem().frame()) return icon->contains(closingClick_->location);
-  // Some desktops do not tell where it was; the pointer is still there.
-  return isNear(clicked.value_or(platform_.eventMonitors().mouseLocation()), closingClick_->location);
+  // Some desktops do not tell where it was, or tell where the icon is; the pointer is still there.
+  const Point pointer = platform_.eventMonitors().mouseLocation();
+  return isNear(pointer, closingClick_->location) || (clicked && isNear(*clicked, closingClick_->location));
 }
 
 void PanelController::watchClicks() {

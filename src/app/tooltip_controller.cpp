@@ -11,7 +11,8 @@ namespace hushpane {
 namespace {
 
 constexpr double widest = 260;       // points
-constexpr double belowPointer = 20;  // points, so that the pointer hides nothing
+constexpr double underPointer = 20;  // points, so that the pointer hides nothing
+constexpr double distance = 2;       // points from the icon and from the edges
 
 declarative::Element tooltipPage(const std::string& text) {
   return LocalizedRoot{[text] {
@@ -27,7 +28,18 @@ void TooltipController::pointerMoved(PageWindow& window) {
   if (tooltip_ && text == text_) return;
   hide();
   text_ = text;
-  if (text) waiting_ = platform_.mainQueue().after(pause, [this, text] { show(*text); });
+  if (!text) return;
+  waiting_ = platform_.mainQueue().after(pause, [this, text] {
+    const auto pointer = platform_.eventMonitors().mouseLocation();
+    show(*text, [this, pointer](platform::Size size) { return belowPointer(size, pointer); });
+  });
+}
+
+void TooltipController::pointerOnIcon(const std::string& text) {
+  hide();
+  waiting_ = platform_.mainQueue().after(pause, [this, text] {
+    if (platform_.statusItem().frame()) show(text, [this](platform::Size size) { return besideIcon(size); });
+  });
 }
 
 void TooltipController::hide() {
@@ -36,18 +48,26 @@ void TooltipController::hide() {
   text_.reset();
 }
 
-void TooltipController::show(const std::string& text) {
-  const auto pointer = platform_.eventMonitors().mouseLocation();
-  const auto place = [this, pointer](platform::Size size) {
-    for (const auto& screen : platform_.screens().screens())
-      if (screen.frame.contains(pointer))
-        return placement::pullDown({pointer.x, pointer.y - belowPointer / 4, 0, 1.25 * belowPointer}, size,
-                                   screen.frame, 2);
-    return platform::Rect{pointer.x, pointer.y + belowPointer, size.width, size.height};
-  };
+platform::Rect TooltipController::belowPointer(platform::Size size, platform::Point pointer) const {
+  for (const auto& screen : platform_.screens().screens())
+    if (screen.frame.contains(pointer))
+      return placement::pullDown({pointer.x, pointer.y - underPointer / 4, 0, 1.25 * underPointer}, size, screen.frame,
+                                 distance);
+  return {pointer.x, pointer.y + underPointer, size.width, size.height};
+}
+
+platform::Rect TooltipController::besideIcon(platform::Size size) const {
+  const auto icon = platform_.statusItem().frame().value_or(platform::Rect{});
+  for (const auto& screen : platform_.screens().screens())
+    if (screen.frame.contains({icon.x + icon.width / 2, icon.y + icon.height / 2}))
+      return placement::beside(icon, size, screen.frame, screen.frame, distance);
+  return {icon.x, icon.bottom(), size.width, size.height};
+}
+
+void TooltipController::show(const std::string& text, PageWindow::Place place) {
   tooltip_ = std::make_unique<PageWindow>(
       platform_, PageWindowStyle{{.ignoresMouseEvents = true}, chrome::tooltip.margin, chrome::tooltip.outline()},
-      chrome::tooltip.around(tooltipPage(text)), place);
+      chrome::tooltip.around(tooltipPage(text)), std::move(place));
   tooltip_->host().setProposal({widest, std::nullopt});
   tooltip_->host().update();
   tooltip_->show();

@@ -67,4 +67,8 @@ Token Animator::animate(Animation animation, std::function<void(double)> step, s
   });
 }
 
+bool Animator::isIdle() const {
+  return state_->running.empty();
+}
+
 }  // namespace hushpane::platform

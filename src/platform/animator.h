@@ -21,6 +21,8 @@ class Animator {
   // Calls `step` at each frame with the part of the way covered, at last with exactly 1, and then `completion`. The
   // first step comes with the next frame. Dropping the token ends the animation where it is: neither is called again.
   Token animate(Animation animation, std::function<void(double)> step, std::function<void()> completion);
+  // Whether nothing is on its way.
+  bool isIdle() const;
 
  private:
   struct Running;

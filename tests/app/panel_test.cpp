@@ -18,7 +18,7 @@ TEST_F(PanelTest, TheIconFollowsModeAndRevealKey) {
   const auto isActive = [&] {
     platform::Image image{20, 20, std::vector<std::uint32_t>(400)};
     desktops::CairoCanvas canvas(image, 1);
-    item.image().draw(canvas);
+    item.image().draw(canvas, 1);
     return (image.pixels[10 * 20 + 16] >> 24) > 200;
   };
   EXPECT_FALSE(isActive());
@@ -112,8 +112,12 @@ TEST_F(PanelTest, AnIconWithoutAPlaceOpensWhereItWasClickedAndClosesWithTheSameC
   EXPECT_EQ(panelCount(), 0u);
   clickBar();
   settle();
-  click(place);
-  EXPECT_EQ(panelCount(), 0u);
+  ASSERT_EQ(panelCount(), 1u);
+  desktop->pointer().click(place);
+  desktop->drain();
+  desktop->statusItem().click(Point{100, 300});
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u) << "wherever the desktop takes the icon to be";
   desktop->advance(2);
   desktop->statusItem().click(place);
   desktop->drain();
@@ -177,6 +181,38 @@ TEST_F(PanelTest, ATooltipComesAfterAPauseAndGoesWithThePointer) {
   EXPECT_EQ(panelCount(), 1u);
 }
 
+TEST_F(PanelTest, TheIconTellsTheModeWhereThePointerRestsUnlessThePanelIsOpen) {
+  launch();
+  const auto restOnIcon = [&] {
+    desktop->pointer().moveTo({500, 500});
+    desktop->pointer().moveTo(icon());
+    desktop->advance(0.7);
+  };
+  restOnIcon();
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_TRUE(shows("Hushpane: Standard"));
+  EXPECT_GE(outline().y, barHeight) << "beneath the icon";
+  EXPECT_NEAR(outline().x + outline().width / 2, icon().x, 1);
+  desktop->pointer().moveTo({500, 500});
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u);
+  restOnIcon();
+  state().setMode(VeilMode::focus);
+  desktop->drain();
+  EXPECT_EQ(panelCount(), 0u) << "it says what is no longer so";
+  restOnIcon();
+  EXPECT_TRUE(shows("Hushpane: Focus"));
+  open();
+  EXPECT_FALSE(shows("Hushpane: Focus"));
+  EXPECT_EQ(panelCount(), 1u);
+  restOnIcon();
+  EXPECT_EQ(panelCount(), 1u);
+  desktop->statusItem().setFrameUntold(true);
+  type(escapeKey);
+  restOnIcon();
+  EXPECT_EQ(panelCount(), 0u) << "the desktop shows its own";
+}
+
 TEST_F(PanelTest, QuitsByRowAndByKeyAndEndsTheProgram) {
   for (const auto modifiers : {platform::modifier::control, platform::modifier::command}) {
     relaunchWithIcon();
@@ -227,17 +263,16 @@ class FirstLaunchTest : public PanelTest {
 
 TEST_F(FirstLaunchTest, TheHintPointsAtTheIconUntilTheFirstClickWhichReachesItsTarget) {
   launch();
-  desktop->advance(0.39);
+  desktop->advance(0.85);
   EXPECT_EQ(panelCount(), 0u);
-  desktop->advance(0.02);
+  desktop->advance(0.2);
   ASSERT_EQ(panelCount(), 1u);
   auto& hint = *desktop->panels().shown().front();
   const Rect item = *desktop->statusItem().frame();
   EXPECT_EQ(hint.frame(), (Rect{item.x + item.width / 2 - 93, item.bottom() - 17, 186, 75}));
   MenuBarHintWindowController::shared().show();
+  desktop->advance(1);
   EXPECT_EQ(panelCount(), 1u) << "one is enough";
-  EXPECT_LT(hint.presentationAlpha(), 0.5);
-  desktop->advance(0.3);
   EXPECT_EQ(hint.presentationAlpha(), 1);
   click(icon());
   settle();
@@ -248,30 +283,89 @@ TEST_F(FirstLaunchTest, TheHintPointsAtTheIconUntilTheFirstClickWhichReachesItsT
   EXPECT_EQ(stored(storedKeys::hasSeenWelcome), platform::Value(true));
 }
 
+// Where the hint's tail ends, on the desktop.
+Point tipOf(const sim::SimPanel& hint, bool isBelow) {
+  const Rect bounds = hint.outline().controlBounds();
+  const double y = isBelow ? bounds.bottom() : bounds.y;
+  for (const auto& segment : hint.outline().segments())
+    if (segment.verb == platform::Path::Verb::line && segment.points[0].y == y && segment.points[0].x > bounds.x + 20 &&
+        segment.points[0].x < bounds.right() - 19)
+      return {hint.frame().x + segment.points[0].x, hint.frame().y + y};
+  return {};
+}
+
 TEST_F(FirstLaunchTest, TheHintGoesByItselfAndNeedsAnIcon) {
   launch();
   const auto monitors = desktop->eventMonitors().monitorCount();
-  desktop->advance(0.5);
+  desktop->advance(1.1);
   ASSERT_EQ(panelCount(), 1u);
-  desktop->advance(9.8);
+  desktop->advance(9.6);
   EXPECT_EQ(panelCount(), 1u);
-  desktop->advance(0.4);
+  desktop->advance(0.6);
   EXPECT_EQ(panelCount(), 0u);
-  desktop->setStatusBar(Bar::bottom);
-  MenuBarHintWindowController::shared().show();
-  desktop->advance(0.4);
-  EXPECT_LE(outline().bottom(), desktop->statusItem().frame()->y) << "above an icon at the bottom";
-  const auto& hint = desktop->panels().shown().front()->outline();
-  EXPECT_TRUE(std::ranges::any_of(hint.segments(), [&](const auto& segment) {
-    return segment.verb == platform::Path::Verb::line && segment.points[0].y == hint.controlBounds().bottom() &&
-           segment.points[0].x == 93;
-  })) << "its tail points down";
-  MenuBarHintWindowController::shared().dismiss();
-  desktop->advance(0.3);
   desktop->setStatusBar(Bar::none);
-  MenuBarHintWindowController::shared().show();
+  auto& hint = MenuBarHintWindowController::shared();
+  hint.show();
+  desktop->advance(30);
+  desktop->setStatusBar(Bar::top);
+  desktop->advance(30);
   EXPECT_EQ(panelCount(), 0u);
   EXPECT_EQ(desktop->eventMonitors().monitorCount(), monitors);
+}
+
+TEST_F(FirstLaunchTest, TheHintWaitsForTheIconToStandStill) {
+  launch();
+  auto& hint = MenuBarHintWindowController::shared();
+  desktop->setStatusBar(Bar::none);
+  desktop->advance(2);
+  desktop->setStatusBar(Bar::top);
+  desktop->advance(0.4);
+  desktop->setStatusBar(Bar::bottom);
+  desktop->advance(0.4);
+  EXPECT_EQ(panelCount(), 0u);
+  desktop->advance(0.4);
+  ASSERT_EQ(panelCount(), 1u);
+  EXPECT_LE(outline().bottom(), desktop->statusItem().frame()->y) << "above an icon at the bottom";
+  EXPECT_NEAR(tipOf(*desktop->panels().shown().front(), true).x, icon().x, 1) << "its tail points down";
+  hint.dismiss();
+  desktop->advance(0.3);
+
+  const auto shownAfter = [&](double seconds) {
+    for (double passed = 0; passed < seconds; passed += 0.2) {
+      desktop->setStatusBar(desktop->statusItem().bar() == Bar::top ? Bar::bottom : Bar::top);
+      desktop->advance(0.2);
+    }
+    return panelCount() == 1;
+  };
+  hint.show();
+  EXPECT_FALSE(shownAfter(4));
+  EXPECT_TRUE(shownAfter(2)) << "but not for ever";
+  hint.dismiss();
+  desktop->advance(0.3);
+
+  hint.show();
+  click(Point{500, 500});
+  desktop->advance(3);
+  EXPECT_EQ(panelCount(), 0u) << "a click before it came";
+}
+
+TEST_F(FirstLaunchTest, TheHintPointsAtTheBarWhereTheDesktopDoesNotTellTheIconsPlace) {
+  desktop->statusItem().setFrameUntold(true);
+  launch();
+  auto& hint = MenuBarHintWindowController::shared();
+  for (const bool isBelow : {false, true}) {
+    SCOPED_TRACE(isBelow);
+    desktop->screens().setBars(isBelow ? 0 : 40, isBelow ? 40 : 0);
+    desktop->pointer().moveTo({1500, 400});
+    hint.show();
+    desktop->advance(1.2);
+    ASSERT_EQ(panelCount(), 1u);
+    EXPECT_EQ(isBelow ? outline().bottom() : outline().y, isBelow ? 759 : 41) << "beside the bar";
+    EXPECT_LE(outline().right(), 1000) << "inside the display of the bar, wherever the pointer is";
+    EXPECT_GE(tipOf(*desktop->panels().shown().front(), isBelow).x, 960);
+    hint.dismiss();
+    desktop->advance(0.3);
+  }
 }
 
 }  // namespace

@@ -14,6 +14,10 @@ HUSHPANE_RUN_BOTH_WAYS(PanelX11Test);
 
 TEST_P(PanelX11Test, SwitchesModesAndSurfacesWithTheMouse) {
   startWithIcon();
+  const Point at = center(*icon());
+  runTool({"xdotool", "mousemove", std::to_string(int(at.x)), std::to_string(int(at.y))});
+  ASSERT_TRUE(hasPanels(1)) << "the tooltip";
+  EXPECT_LE(panels().front().bottom(), icon()->y + 9) << "above the icon but for its shadow";
   clickIcon();
   EXPECT_TRUE(looksAsItShould());
   click("Focus");

@@ -1,24 +1,25 @@
 #pragma once
 
-#include <stdexcept>
-
-#include "tests/x11/x_connection.h"
+#include "tests/x11/client_window.h"
 
 namespace hushpane::x11_tests {
 
-// A system tray played by the test: one window without transparency that takes icons in. It goes without a word.
+// A system tray played by the test: one window that takes icons in. It goes without a word.
 class PlainTray {
  public:
   static constexpr Rect bounds{200, 300, 100, 60};
+  enum class Kind { opaque, transparent, amongWindows };
 
-  PlainTray(const std::string& display, Pixel ground, const std::vector<std::uint32_t>& colors = {})
-      : x_(display), window_(xcb_generate_id(x_.get())) {
-    const std::uint32_t values[]{ground.value, 1};
-    xcb_create_window(x_.get(), XCB_COPY_FROM_PARENT, window_, x_.root(), int(bounds.x), int(bounds.y),
-                      int(bounds.width), int(bounds.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT, values);
-    xcb_map_window(x_.get(), window_);
-    if (!colors.empty()) x_.setNumbers(window_, "_NET_SYSTEM_TRAY_COLORS", "CARDINAL", colors);
+  PlainTray(const std::string& display, Pixel ground, Kind kind = Kind::opaque)
+      : x_(display),
+        panel_(x_, {bounds, ground, "_NET_WM_WINDOW_TYPE_NORMAL", kind != Kind::amongWindows,
+                    std::uint8_t(kind == Kind::transparent ? 0 : 255)}),
+        window_(panel_.window()) {
+    if (kind == Kind::transparent) {
+      const auto attributes =
+          own(xcb_get_window_attributes_reply(x_.get(), xcb_get_window_attributes(x_.get(), window_), nullptr));
+      x_.setNumbers(window_, "_NET_SYSTEM_TRAY_VISUAL", "VISUALID", {attributes->visual});
+    }
     const auto selection = x_.atom("_NET_SYSTEM_TRAY_S0");
     xcb_set_selection_owner(x_.get(), window_, selection, XCB_CURRENT_TIME);
     xcb_client_message_event_t manager{};
@@ -55,6 +56,13 @@ class PlainTray {
     xcb_reparent_window(x_.get(), icon_, x_.root(), 0, 0);
     x_.sync();
   }
+  // Of another colour from now on, of which it does not tell.
+  void paint(Pixel ground) const {
+    const std::uint32_t value = ground.value;
+    xcb_change_window_attributes(x_.get(), window_, XCB_CW_BACK_PIXEL, &value);
+    xcb_clear_area(x_.get(), 0, window_, 0, 0, 0, 0);
+    x_.sync();
+  }
   // The tray of another look.
   void setColors(const std::vector<std::uint32_t>& colors) const {
     x_.setNumbers(window_, "_NET_SYSTEM_TRAY_COLORS", "CARDINAL", colors);
@@ -63,6 +71,7 @@ class PlainTray {
 
  private:
   XConnection x_;
+  ClientWindow panel_;
   xcb_window_t window_;
   xcb_window_t icon_ = XCB_NONE;
 };

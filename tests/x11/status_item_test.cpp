@@ -5,10 +5,12 @@
 #include "desktops/x11/x11_platform.h"
 #include "platform/handler_list.h"
 #include "platform/path.h"
+#include "support/environment.h"
 #include "tests/x11/plain_tray.h"
 #include "tests/x11/session.h"
 #include "tests/x11/status_notifier_host.h"
 #include "tests/x11/tray.h"
+#include "tests/x11/xsettings_manager.h"
 
 namespace hushpane::x11_tests {
 namespace {
@@ -18,7 +20,7 @@ constexpr Pixel light{0xffffff}, dark{0x242424};
 
 // A block, or only its upper part.
 platform::TemplateImage icon(bool isFilled = true) {
-  return {{20, 20}, [isFilled](platform::Canvas& canvas) {
+  return {{20, 20}, [isFilled](platform::Canvas& canvas, double) {
             canvas.fill(platform::rectanglePath({2, 4, 16, 3}), platform::black);
             if (isFilled) canvas.fill(platform::rectanglePath({2, 7, 16, 9}), platform::black);
           }};
@@ -101,7 +103,7 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   startTray(darkGround);
   startDesktop();
   std::vector<bool> hovers;
-  dynamic_cast<x11::X11StatusItem&>(item()).setHoverHandler([&](bool isOver) { hovers.push_back(isOver); });
+  item().setHoverHandler([&](bool isOver) { hovers.push_back(isOver); });
   std::vector<platform::Event> inside, outside;
   const auto buttons =
       platform::maskOf(platform::EventType::leftMouseDown) | platform::maskOf(platform::EventType::rightMouseDown);
@@ -118,8 +120,10 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 1 && inside.size() == 1; }));
   runTool({"xdotool", "click", "3"});
   EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 2 && inside.size() == 2; }));
-  EXPECT_EQ(clicks_, std::vector(2, std::optional(spot)));
   runTool({"xdotool", "click", "2"});
+  EXPECT_TRUE(waitUntil([&] { return clicks_.size() == 3; }));
+  EXPECT_EQ(clicks_, std::vector(3, std::optional(spot)));
+  runTool({"xdotool", "click", "4"});
   click(elsewhere);
   EXPECT_TRUE(waitUntil([&] { return outside.size() == 1 && !hovers.empty() && !hovers.back(); }));
   EXPECT_TRUE(hovers.front());
@@ -134,15 +138,14 @@ TEST_P(TrayIcon, TellsClicksAndThatThePointerIsOverIt) {
   move(elsewhere);
   runTool({"xdotool", "mouseup", "1"});
   // A menu of another program keeps buttons from everybody else.
-  auto grab = own(xcb_grab_pointer_reply(
-      x().get(),
-      xcb_grab_pointer(x().get(), 1, x().root(), XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                       XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-      nullptr));
-  ASSERT_EQ(grab->status, XCB_GRAB_STATUS_SUCCESS);
+  ASSERT_TRUE(waitUntil([this] {
+    const auto cookie = xcb_grab_pointer(x().get(), 1, x().root(), XCB_EVENT_MASK_BUTTON_PRESS, XCB_GRAB_MODE_ASYNC,
+                                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    return own(xcb_grab_pointer_reply(x().get(), cookie, nullptr))->status == XCB_GRAB_STATUS_SUCCESS;
+  })) << "once the button is up for everybody";
   runTool({"xdotool", "click", "3"});
   EXPECT_TRUE(waitUntil([&] { return outside.size() == 2; }));
-  EXPECT_EQ(clicks_.size(), 2u);
+  EXPECT_EQ(clicks_.size(), 3u);
 
   using platform::EventType;
   const auto types = [](const std::vector<platform::Event>& events) {
@@ -184,6 +187,78 @@ TEST_F(StatusItem, FollowsSizeAndColorsOfATrayWithoutTransparency) {
   EXPECT_TRUE(waitUntil(isGone)) << "a tray that lets it go";
 }
 
+// A cover that is still to be ordered in.
+std::unique_ptr<platform::Window> makeCover(platform::Platform& platform, int level) {
+  auto cover = platform.windows().makeWindow(platform.screens().screens().front().frame,
+                                             {.isOpaque = false, .ignoresMouseEvents = true});
+  cover->setLevel(level);
+  cover->contentView().setLayerColor({0, 0, 0, 0.8});
+  cover->setAlpha(0);
+  return cover;
+}
+
+constexpr platform::Animation fade{0.3, platform::TimingFunction::linear};
+
+TEST_F(StatusItem, StandsOutFromACoverThatShowsThroughItsTray) {
+  startCompositor();
+  const ClientWindow desktop(x(), {leftMonitor, lightGround, "_NET_WM_WINDOW_TYPE_DESKTOP"});
+  startDesktop();
+  PlainTray tray(display(), {0}, PlainTray::Kind::transparent);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  const auto cover = makeCover(*platform_, platform::windowLevel::aboveDesktop);
+  cover->orderFront();
+  cover->animateAlpha(1, fade);
+  EXPECT_TRUE(standsInTray(light, dimmed(lightGround, 0.8)));
+  cover->animateAlpha(0, fade, [&] { cover->orderOut(); });
+  EXPECT_TRUE(standsInTray(dark, lightGround));
+}
+
+TEST_P(TrayIcon, KeepsItsColorBeneathACover) {
+  startDesktop();
+  PlainTray tray(display(), lightGround, PlainTray::Kind::amongWindows);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  const auto cover = makeCover(*platform_, platform::windowLevel::normal);
+  cover->orderFront();
+  cover->animateAlpha(1, fade);
+  EXPECT_TRUE(standsInTray(dimmed(dark, 0.8), dimmed(lightGround, 0.8)));
+  EXPECT_FALSE(waitUntil([this] { return !isNear(x().pixel(center(*item().frame())), dimmed(dark, 0.8)); }, 1500ms))
+      << "it stays so";
+}
+
+TEST_F(StatusItem, LooksAgainWhenTheDesktopTurnsDark) {
+  startDesktop();
+  PlainTray tray(display(), lightGround);
+  ASSERT_TRUE(waitUntil([&] { return tray.takeIcon(); }));
+  ASSERT_TRUE(standsInTray(dark, lightGround));
+  tray.paint(darkGround);
+  XsettingsManager manager(display());
+  manager.setText("Net/ThemeName", "Adwaita-dark");
+  EXPECT_TRUE(standsInTray(light, darkGround));
+}
+
+TEST_F(StatusItem, FollowsTheThemeThatTheDesktopTells) {
+  startDesktop();
+  auto& looks = platform_->appearance();
+  int changes = 0;
+  const auto observer = looks.observe([&] { ++changes; });
+  const auto turns = [&](bool isDark) { return waitUntil([&] { return looks.isDark() == isDark; }); };
+  EXPECT_FALSE(looks.isDark());
+  for (const auto order : {XsettingsManager::Order::lowestFirst, XsettingsManager::Order::highestFirst}) {
+    XsettingsManager manager(display(), order);
+    manager.setText("Net/ThemeName", "Mint-Y-Dark");
+    EXPECT_TRUE(turns(true));
+    manager.setText("Net/ThemeName", "Mint-Y");
+    EXPECT_TRUE(turns(false));
+    manager.setText("Net/ThemeName", "Arc-Dark");
+    EXPECT_TRUE(turns(true));
+    manager.destroyWindow();
+    EXPECT_TRUE(turns(false)) << "nobody tells any more";
+  }
+  EXPECT_EQ(changes, 8);
+}
+
 TEST_F(StatusItem, PrefersAHostOfNotifiersToTheTrayWhileThereIsOne) {
   startBus();
   startTray(darkGround);
@@ -195,11 +270,13 @@ TEST_F(StatusItem, PrefersAHostOfNotifiersToTheTrayWhileThereIsOne) {
   EXPECT_TRUE(waitUntil([this] { return !Tray::icon(x()); }));
   EXPECT_TRUE(item().isShown());
   EXPECT_EQ(item().frame(), std::nullopt);
+  runTool({"xdotool", "mousemove", "600", "400"});
   EXPECT_TRUE(host_->click(300, 200, "Activate"));
   EXPECT_TRUE(host_->click(0, 0, "ContextMenu"));
   EXPECT_TRUE(host_->click(7, 8, "SecondaryActivate"));
   EXPECT_TRUE(waitUntil([this] { return clicks_.size() == 3; }));
-  EXPECT_EQ(clicks_, (std::vector<std::optional<Point>>{Point{300, 200}, std::nullopt, Point{7, 8}}));
+  EXPECT_EQ(clicks_, (std::vector<std::optional<Point>>{Point{300, 200}, Point{600, 400}, Point{7, 8}}))
+      << "at the pointer where the host tells no place";
 
   host_->setHost(false);
   EXPECT_TRUE(standsInTray(light, darkGround));
@@ -231,6 +308,7 @@ class Looks : public platform::SystemAppearance {
 };
 
 TEST_F(StatusItem, NotifierTellsItsLook) {
+  const hushpane::Environment unknownDesktop("XDG_CURRENT_DESKTOP", nullptr);
   startBus();
   setenv("DBUS_SESSION_BUS_ADDRESS", environment().at("DBUS_SESSION_BUS_ADDRESS").c_str(), 1);
   session::MainQueue queue;
@@ -252,6 +330,8 @@ TEST_F(StatusItem, NotifierTellsItsLook) {
   EXPECT_EQ(textOf("Id"), "'hushpane'");
   EXPECT_EQ(textOf("ItemIsMenu"), "false");
   EXPECT_EQ(host_->toolTip(), "Focus & <calm>");
+  for (const char* name : {"IconAccessibleDesc", "AttentionAccessibleDesc"})
+    EXPECT_EQ(textOf(name), "'Focus & <calm>'") << name;
   for (const int side : {16, 22, 24, 32, 44, 48, 64}) {
     SCOPED_TRACE(side);
     const auto picture = host_->picture(side);
@@ -263,11 +343,15 @@ TEST_F(StatusItem, NotifierTellsItsLook) {
   looks.setDark(true);
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 1; }));
   EXPECT_EQ(host_->picture(22)[22 * 11 + 11], 0xffffffffu);
-  notifier.setImage({{20, 20}, [](platform::Canvas& canvas) {
-                       canvas.fill(platform::rectanglePath({0, 0, 20, 20}), platform::Color{0, 0, 0, 0.5});
-                     }});
+  // Beside the block: a rim, whose colour is not faded by its alpha.
+  const auto rim = host_->picture(22)[22 * 11 + 2];
+  EXPECT_EQ(rim & 0xffffff, 0u);
+  EXPECT_NEAR(rim >> 24, 178, 2);
+  looks.setDark(false);
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 2; }));
-  EXPECT_EQ(host_->picture(22)[22 * 11 + 11] | 0x01000000u, 0x81ffffffu) << "colours are not faded by the alpha";
+  EXPECT_EQ(host_->picture(22)[22 * 11 + 2] & 0xffffff, 0xffffffu);
+  notifier.setImage(icon(false));
+  EXPECT_TRUE(waitUntil([this] { return host_->signals("NewIcon") == 3; }));
   notifier.setToolTip("Standard");
   EXPECT_TRUE(waitUntil([this] { return host_->signals("NewToolTip") == 1; }));
   EXPECT_EQ(host_->toolTip(), "Standard");

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktops/session/bar_ground.h"
 #include "desktops/shared/debug_log.h"
 #include "desktops/shared/template_picture.h"
 
@@ -38,6 +39,8 @@ constexpr const char* introspection = R"xml(
     <property name="IconPixmap" type="a(iiay)" access="read"/>
     <property name="OverlayIconName" type="s" access="read"/>
     <property name="AttentionIconName" type="s" access="read"/>
+    <property name="IconAccessibleDesc" type="s" access="read"/>
+    <property name="AttentionAccessibleDesc" type="s" access="read"/>
     <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
     <property name="ItemIsMenu" type="b" access="read"/>
     <property name="Menu" type="o" access="read"/>
@@ -72,14 +75,17 @@ Glib::VariantBase text(const std::string& value) {
   return Glib::Variant<Glib::ustring>::create(Glib::ustring(value).make_valid());
 }
 
-// ARGB32 in network byte order. The protocol's colours are straight, so all pixels have the one of the template.
-GVariant* bytesOf(const platform::Image& picture, const platform::Color& color) {
-  const auto channel = [](double value) { return static_cast<std::uint8_t>(value * 255 + 0.5); };
+// ARGB32 in network byte order, with straight colours.
+GVariant* bytesOf(const platform::Image& picture) {
   std::vector<std::uint8_t> bytes;
   bytes.reserve(picture.pixels.size() * 4);
-  for (const auto pixel : picture.pixels)
-    bytes.insert(bytes.end(), {static_cast<std::uint8_t>(pixel >> 24), channel(color.red), channel(color.green),
-                               channel(color.blue)});
+  for (const auto pixel : picture.pixels) {
+    const auto alpha = pixel >> 24;
+    const auto channel = [&](int shift) {
+      return static_cast<std::uint8_t>(alpha == 0 ? 0 : ((pixel >> shift & 0xff) * 255 + alpha / 2) / alpha);
+    };
+    bytes.insert(bytes.end(), {static_cast<std::uint8_t>(alpha), channel(16), channel(8), channel(0)});
+  }
   return g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1);
 }
 
@@ -87,8 +93,8 @@ Glib::VariantBase picturesOf(const platform::TemplateImage& image, const platfor
   GVariantBuilder builder;
   g_variant_builder_init(&builder, G_VARIANT_TYPE("a(iiay)"));
   for (const int side : pictureSides) {
-    const auto picture = desktops::templatePicture(image, side, color);
-    g_variant_builder_add(&builder, "(ii@ay)", picture.width, picture.height, bytesOf(picture, color));
+    const auto picture = desktops::rimmedTemplatePicture(image, side, color);
+    g_variant_builder_add(&builder, "(ii@ay)", picture.width, picture.height, bytesOf(picture));
   }
   return Glib::VariantBase(g_variant_builder_end(&builder));
 }
@@ -258,8 +264,12 @@ Glib::VariantBase StatusNotifierItem::property(const Glib::ustring& name) {
   if (name == "ItemIsMenu") return Glib::Variant<bool>::create(false);
   if (name == "Menu") return Glib::Variant<Glib::DBusObjectPathString>::create(noMenuPath);
   if (name == "ToolTip") return toolTipOf(toolTip_);
+  if (name == "IconAccessibleDesc" || name == "AttentionAccessibleDesc") return text(toolTip_);
   if (name != "IconPixmap") return text({});  // the icons by name
-  if (!pictures_) pictures_ = picturesOf(image_, appearance_.isDark() ? desktops::inkOnDark : desktops::inkOnLight);
+  if (!pictures_) {
+    const bool isDark = isBarDark().value_or(appearance_.isDark());
+    pictures_ = picturesOf(image_, isDark ? desktops::inkOnDark : desktops::inkOnLight);
+  }
   return pictures_;
 }
 

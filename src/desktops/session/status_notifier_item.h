@@ -17,7 +17,8 @@ namespace hushpane::session {
 
 // The program's icon as a StatusNotifierItem on the session bus, after the protocol of that name by freedesktop.org. A
 // watcher on the bus hands it to a host, which shows it; it registers whenever a watcher comes, on whatever bus. Hosts
-// show its pictures as they are, so it is white on a dark desktop and nearly black on a light one.
+// show its pictures as they are, on bars that may be dark where programs are light, or the other way round: it is white
+// or nearly black as the desktop is, with a rim of the other.
 class StatusNotifierItem {
  public:
   // Whether a host shows the icon. Unknown while the bus is being asked.

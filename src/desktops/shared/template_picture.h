@@ -12,5 +12,7 @@ inline constexpr platform::Color inkOnLight{0.14, 0.14, 0.14};
 
 // The template drawn in one colour, as large as it fits a square of so many pixels and in its middle.
 platform::Image templatePicture(const platform::TemplateImage& image, int side, const platform::Color& color);
+// The same, smaller by a soft rim of the opposite brightness around it, for a ground that may be dark or light.
+platform::Image rimmedTemplatePicture(const platform::TemplateImage& image, int side, const platform::Color& color);
 
 }  // namespace hushpane::desktops

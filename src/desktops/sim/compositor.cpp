@@ -92,7 +92,7 @@ void paintIcon(const desktops::SurfacePtr& picture, const SimStatusItem& item, c
     drawn.pixels.resize(static_cast<std::size_t>(drawn.width) * static_cast<std::size_t>(drawn.height));
     {
       desktops::CairoCanvas iconCanvas(drawn, screen.scale);
-      image.draw(iconCanvas);
+      image.draw(iconCanvas, screen.scale);
     }
     canvas.drawTemplate(drawn, {0, 0, icon.width, icon.height}, {1, 1, 1, 1});
   });

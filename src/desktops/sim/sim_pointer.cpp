@@ -19,9 +19,9 @@ Point within(const SimPanel& panel, Point point) {
 
 }  // namespace
 
-bool SimPointer::isOverIcon() const {
+bool SimPointer::isIconAt(Point point) const {
   const auto icon = statusItem_.frame();
-  return icon && icon->contains(monitors_.mouseLocation());
+  return icon && icon->contains(point);
 }
 
 void SimPointer::moveTo(Point point) {
@@ -35,11 +35,12 @@ void SimPointer::meet(Point point) {
   auto* const beneath = isShown(panels_, pressed_) ? pressed_ : panels_.at(point);
   auto* const before = std::exchange(hovered_, beneath);
   if (before != beneath && isShown(panels_, before)) before->contents().pointerExited();
+  statusItem_.setHovered(!beneath && isIconAt(point));
   if (isShown(panels_, beneath)) beneath->contents().pointerMoved(within(*beneath, point));
 }
 
 void SimPointer::tellMonitors(platform::EventType type) {
-  const bool isOwn = panels_.at(monitors_.mouseLocation()) || isOverIcon();
+  const bool isOwn = panels_.at(monitors_.mouseLocation()) || isIconAt(monitors_.mouseLocation());
   monitors_.pressButton(
       type, isOwn ? SimEventMonitors::KeyboardOwner::ownProgram : SimEventMonitors::KeyboardOwner::otherProgram);
 }
@@ -48,7 +49,7 @@ void SimPointer::press() {
   tellMonitors(platform::EventType::leftMouseDown);
   queue_.async([this, point = monitors_.mouseLocation()] {
     pressed_ = panels_.at(point);
-    isIconPressed_ = !pressed_ && isOverIcon();
+    isIconPressed_ = !pressed_ && isIconAt(point);
     if (pressed_) pressed_->contents().pointerDown(within(*pressed_, point));
   });
 }
@@ -57,7 +58,7 @@ void SimPointer::release() {
   queue_.async([this, point = monitors_.mouseLocation()] {
     auto* const panel = std::exchange(pressed_, nullptr);
     if (isShown(panels_, panel)) panel->contents().pointerUp(within(*panel, point));
-    if (std::exchange(isIconPressed_, false) && isOverIcon()) statusItem_.click(point);
+    if (std::exchange(isIconPressed_, false) && isIconAt(point)) statusItem_.click(point);
   });
 }
 

@@ -22,7 +22,7 @@ class SimPointer {
   void scroll(double delta);
 
  private:
-  bool isOverIcon() const;
+  bool isIconAt(platform::Point point) const;
   void meet(platform::Point point);
   void tellMonitors(platform::EventType type);
 

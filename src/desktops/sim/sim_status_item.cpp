@@ -1,5 +1,7 @@
 #include "desktops/sim/sim_status_item.h"
 
+#include <utility>
+
 namespace hushpane::sim {
 
 namespace {
@@ -24,6 +26,11 @@ void SimStatusItem::click(std::optional<platform::Point> point) {
   queue_.async([this, point] {
     if (const auto handler = handler_) handler(point);
   });
+}
+
+void SimStatusItem::setHovered(bool isHovered) {
+  if (std::exchange(isHovered_, isHovered) == isHovered) return;
+  if (const auto handler = hoverHandler_) handler(isHovered);
 }
 
 }  // namespace hushpane::sim

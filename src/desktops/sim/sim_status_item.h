@@ -20,6 +20,7 @@ class SimStatusItem : public platform::StatusItem {
   void setImage(platform::TemplateImage image) override { image_ = std::move(image); }
   void setToolTip(std::string text) override { toolTip_ = std::move(text); }
   void setClickHandler(ClickHandler handler) override { handler_ = std::move(handler); }
+  void setHoverHandler(std::function<void(bool)> handler) override { hoverHandler_ = std::move(handler); }
   bool isShown() const override { return barFrame() && image_.draw; }
   std::optional<platform::Rect> frame() const override;
 
@@ -34,11 +35,14 @@ class SimStatusItem : public platform::StatusItem {
   const std::string& toolTip() const { return toolTip_; }
   // Somebody clicks the icon; nothing happens while it is not shown.
   void click(std::optional<platform::Point> point = std::nullopt);
+  // The pointer comes over the icon or leaves it.
+  void setHovered(bool isHovered);
   // For the end of a program.
   void forget() {
     image_ = {};
     toolTip_.clear();
     handler_ = nullptr;
+    hoverHandler_ = nullptr;
   }
 
  private:
@@ -49,6 +53,8 @@ class SimStatusItem : public platform::StatusItem {
   platform::TemplateImage image_;
   std::string toolTip_;
   ClickHandler handler_;
+  std::function<void(bool)> hoverHandler_;
+  bool isHovered_ = false;
 };
 
 }  // namespace hushpane::sim

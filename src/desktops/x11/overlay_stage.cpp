@@ -1,6 +1,7 @@
 #include "desktops/x11/overlay_stage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace hushpane::x11 {
 
@@ -63,7 +64,10 @@ void OverlayStage::show() {
   recheck_.reset();
   for (auto* window : windows_)
     if (!window->isVisible()) window->hide(placement_);
-  if (!hasVisible()) return refresh_.reset();
+  if (!hasVisible()) {
+    refresh_.reset();
+    return tellRest();
+  }
   std::vector<X11Window*> visible;
   std::vector<PlacementWish> wishes;
   for (auto* window : windows_) {
@@ -84,6 +88,28 @@ void OverlayStage::show() {
   if (isRevealed) repaint_ = queue_.after(secondsToTakeIn, [this] { drawAnew(); });
   if (plan.recheck) recheck_ = queue_.after(*plan.recheck, [this] { request(); });
   shownAt_ = queue_.now();
+  tellRest();
+}
+
+void OverlayStage::tellRest() {
+  const auto count = std::ranges::count_if(windows_, &X11Window::isVisible);
+  isRestUntold_ |= std::exchange(visibleCount_, count) != count || !animator_.isIdle();
+  if (!animator_.isIdle() || !std::exchange(isRestUntold_, false)) return;
+  rests_.forEach([](const auto& handler) { handler(); });
+}
+
+bool OverlayStage::isCovered(xcb_window_t topLevel, const PixelRect& area) const {
+  const auto isCover = [this](const StackEntry& entry) {
+    return std::ranges::any_of(windows_, [&](const X11Window* window) {
+      const auto* own = window->isVisible() ? services_.tree.topLevelOf(window->id()) : nullptr;
+      return own && own->id == entry.id;
+    });
+  };
+  const auto& entries = services_.tree.entries();
+  const auto below = std::ranges::find(entries, topLevel, &StackEntry::id);
+  return std::any_of(below, entries.end(), [&](const StackEntry& entry) {
+    return !entry.bounds.intersection(area).isEmpty() && isCover(entry);
+  });
 }
 
 std::vector<StackEntry> OverlayStage::windowsBelow(const X11Window& window,

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "desktops/x11/placement_choice.h"
 #include "desktops/x11/turn_end.h"
 #include "desktops/x11/x11_window.h"
+#include "platform/handler_list.h"
 #include "platform/main_queue.h"
 #include "platform/window.h"
 
@@ -28,11 +32,17 @@ class OverlayStage : public platform::Windows {
   // Something behind a window was drawn on: shown soon, but not more often than frames are.
   void damaged();
 
+  // Called after the last of the fades under way has ended, and after windows came or went without one.
+  platform::Token addRestHandler(std::function<void()> handler) { return rests_.add(std::move(handler)); }
+  // Whether a window of the program lies over that part of a child of the root.
+  bool isCovered(xcb_window_t topLevel, const PixelRect& area) const;
+
  private:
   bool hasVisible() const;
   void compositorChanged();
   void drawAnew();
   void show();
+  void tellRest();
   std::vector<StackEntry> windowsBelow(const X11Window& window, const std::vector<xcb_window_t>& order) const;
 
   platform::Animator& animator_;
@@ -42,6 +52,9 @@ class OverlayStage : public platform::Windows {
   OverlayServices services_;
   std::vector<X11Window*> windows_;
   double shownAt_ = 0;
+  std::ptrdiff_t visibleCount_ = 0;
+  bool isRestUntold_ = false;
+  platform::HandlerList<void()> rests_;
   platform::WorkItem refresh_;
   platform::WorkItem recheck_;
   platform::WorkItem repaint_;

@@ -2,18 +2,18 @@
 
 #include <utility>
 
+#include "desktops/x11/clicked_place.h"
+
 namespace hushpane::x11 {
 
-X11StatusItem::X11StatusItem(Connection& connection, Render& render, const Screens& screens, EventMonitors& monitors,
-                             platform::MainQueue& queue, session::DbusSession& session,
+X11StatusItem::X11StatusItem(const IconServices& services, session::DbusSession& session,
                              platform::SystemAppearance& appearance)
-    : screens_(screens),
-      queue_(queue),
-      tray_(connection, render, screens, monitors, queue,
-            {.clicked = [this](platform::Point point) { clicked(point); },
-             .hovered = [this](bool isHovered) { hovered(isHovered); }}),
+    : services_(services),
+      tray_(services, {.clicked = [this](platform::Point point) { clicked(point); },
+                       .hovered = [this](bool isHovered) { hovered(isHovered); }}),
       notifier_(session, appearance,
-                {.activated = [this](int x, int y) { activated(x, y); }, .hostingChanged = [this] { chooseTray(); }}) {}
+                {.activated = [this](int x, int y) { activated(x, y); }, .hostingChanged = [this] { chooseTray(); }}),
+      appearanceChanges_(appearance.observe([this] { tray_.groundChanged(); })) {}
 
 void X11StatusItem::setImage(platform::TemplateImage image) {
   image_ = image;
@@ -22,7 +22,6 @@ void X11StatusItem::setImage(platform::TemplateImage image) {
 }
 
 void X11StatusItem::setToolTip(std::string text) {
-  toolTip_ = text;
   notifier_.setToolTip(std::move(text));
 }
 
@@ -40,21 +39,21 @@ void X11StatusItem::chooseTray() {
   tray_.setImage(isTrayWanted ? image_ : platform::TemplateImage{});
 }
 
-void X11StatusItem::clicked(std::optional<platform::Point> point) {
-  queue_.async(lifetime_.weak([this, point] {
+void X11StatusItem::clicked(platform::Point point) {
+  services_.queue.async(lifetime_.weak([this, point] {
     if (const auto handler = clickHandler_) handler(point);
   }));
 }
 
 // Hosts that know no place tell the corner of the root.
 void X11StatusItem::activated(int x, int y) {
-  if (x == 0 && y == 0) return clicked(std::nullopt);
-  const auto point = screens_.toPoints({x, y, 0, 0});
-  clicked(platform::Point{point.x, point.y});
+  const auto pointer = services_.monitors.mouseLocation();
+  const auto told = services_.screens.toPoints({x, y, 0, 0});
+  clicked(x == 0 && y == 0 ? pointer : clickedPlace({told.x, told.y}, pointer, services_.screens));
 }
 
 void X11StatusItem::hovered(bool isHovered) {
-  queue_.async(lifetime_.weak([this, isHovered] {
+  services_.queue.async(lifetime_.weak([this, isHovered] {
     if (const auto handler = hoverHandler_) handler(isHovered);
   }));
 }

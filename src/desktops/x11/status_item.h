@@ -11,37 +11,33 @@
 namespace hushpane::x11 {
 
 // The program's icon with a host of status notifiers while there is one, else in the system tray while there is one.
-// Hosts show the tool tip themselves and tell no frame; in the tray it is the other way round.
+// Hosts show the tool tip themselves and tell no frame; in the tray it is the other way round, and who shows the tool
+// tip hears of the pointer.
 class X11StatusItem : public platform::StatusItem {
  public:
-  X11StatusItem(Connection& connection, Render& render, const Screens& screens, EventMonitors& monitors,
-                platform::MainQueue& queue, session::DbusSession& session, platform::SystemAppearance& appearance);
+  X11StatusItem(const IconServices& services, session::DbusSession& session, platform::SystemAppearance& appearance);
 
   void setImage(platform::TemplateImage image) override;
   void setToolTip(std::string text) override;
   void setClickHandler(ClickHandler handler) override { clickHandler_ = std::move(handler); }
+  void setHoverHandler(std::function<void(bool)> handler) override { hoverHandler_ = std::move(handler); }
   bool isShown() const override;
   std::optional<platform::Rect> frame() const override;
-
-  const std::string& toolTip() const { return toolTip_; }
-  // Called on the main queue when the pointer comes over the icon in the tray, with true, and when it left.
-  void setHoverHandler(std::function<void(bool)> handler) { hoverHandler_ = std::move(handler); }
 
  private:
   bool isHosted() const { return notifier_.hosting() == session::StatusNotifierItem::Hosting::present; }
   void chooseTray();
-  void clicked(std::optional<platform::Point> point);
+  void clicked(platform::Point point);
   void activated(int x, int y);
   void hovered(bool isHovered);
 
-  const Screens& screens_;
-  platform::MainQueue& queue_;
+  IconServices services_;
   platform::TemplateImage image_;
-  std::string toolTip_;
   ClickHandler clickHandler_;
   std::function<void(bool)> hoverHandler_;
   TrayIcon tray_;
   session::StatusNotifierItem notifier_;
+  platform::Token appearanceChanges_;
   platform::Lifetime lifetime_;
 };
 

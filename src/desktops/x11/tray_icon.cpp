@@ -20,7 +20,7 @@ constexpr std::string_view windowClass{"hushpane\0Hushpane\0", 18};
 constexpr std::uint16_t firstSide = 24, leastSide = 16;  // pixels; the tray decides
 constexpr double secondsToPaint = 1;                     // what a tray may take to paint its ground
 constexpr double brightGround = 0.5;
-constexpr std::uint8_t leftButton = 1, rightButton = 3;
+constexpr std::uint8_t lastButton = 3;  // those after it are the wheel's
 constexpr std::uint8_t alphaDepth = 32;
 
 // _XEMBED_INFO
@@ -38,21 +38,25 @@ std::uint8_t depthOf(const xcb_screen_t& screen, xcb_visualid_t visual) {
   return 0;
 }
 
+// Nothing for a child of the root.
+std::optional<xcb_window_t> parentOf(Connection& connection, xcb_window_t window) {
+  const Reply<xcb_query_tree_reply_t> tree(
+      xcb_query_tree_reply(connection.get(), xcb_query_tree(connection.get(), window), nullptr));
+  if (!tree || tree->parent == connection.root() || tree->parent == XCB_WINDOW_NONE) return std::nullopt;
+  return tree->parent;
+}
+
 }  // namespace
 
-TrayIcon::TrayIcon(Connection& connection, Render& render, const Screens& screens, EventMonitors& monitors,
-                   platform::MainQueue& queue, Handlers handlers)
-    : connection_(connection),
-      render_(render),
-      screens_(screens),
-      monitors_(monitors),
-      queue_(queue),
+TrayIcon::TrayIcon(const IconServices& services, Handlers handlers)
+    : connection_(services.connection),
+      services_(services),
       handlers_(std::move(handlers)),
-      tray_(connection),
-      color_(desktops::inkOnDark),
+      tray_(connection_),
       trayChanges_(tray_.addChangeHandler([this] { dock(); })),
-      colorChanges_(tray_.addColorHandler([this] { settle(); })),
-      events_(connection.addEventHandler([this](const auto& event) { handle(event); })) {}
+      colorChanges_(tray_.addColorHandler([this] { groundChanged(); })),
+      coversRest_(services.stage.addRestHandler([this] { groundChanged(); })),
+      events_(connection_.addEventHandler([this](const auto& event) { handle(event); })) {}
 
 TrayIcon::~TrayIcon() = default;
 
@@ -69,7 +73,7 @@ std::optional<platform::Rect> TrayIcon::frame() const {
   const Reply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
       server, xcb_translate_coordinates(server, window_.get(), connection_.root(), 0, 0), nullptr));
   if (!reply) return std::nullopt;
-  return screens_.toPoints({reply->dst_x, reply->dst_y, width_, height_});
+  return services_.screens.toPoints({reply->dst_x, reply->dst_y, width_, height_});
 }
 
 void TrayIcon::dock() {
@@ -83,9 +87,10 @@ void TrayIcon::dock() {
 }
 
 void TrayIcon::undock() {
-  settling_.reset();
+  secondLook_.reset();
   ownWindow_.reset();
   isEmbedded_ = false;
+  color_.reset();
   picture_.reset();
   window_.reset();
   colormap_.reset();
@@ -106,8 +111,8 @@ void TrayIcon::createWindow(WindowVisual visual) {
   xcb_create_window(server, visual.depth, window_.get(), connection_.root(), 0, 0, firstSide, firstSide, 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, visual.id,
                     XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP, values.data());
-  picture_ = render_.makePicture(window_.get(), visual.id);
-  ownWindow_ = monitors_.addOwnWindow(window_.get());
+  picture_ = services_.render.makePicture(window_.get(), visual.id);
+  ownWindow_ = services_.monitors.addOwnWindow(window_.get());
 
   const auto setNumbers = [&](xcb_atom_t property, xcb_atom_t type, const auto& numbers) {
     xcb_change_property(server, XCB_PROP_MODE_REPLACE, window_.get(), property, type, 32,
@@ -179,7 +184,7 @@ void TrayIcon::handleReparent(xcb_window_t parent) {
   const std::uint32_t ground = XCB_BACK_PIXMAP_PARENT_RELATIVE;
   if (!hasAlpha() && geometry && geometry->depth == visual_.depth)
     xcb_change_window_attributes(connection_.get(), window_.get(), XCB_CW_BACK_PIXMAP, &ground);
-  settle();
+  groundChanged();
 }
 
 void TrayIcon::handleResize(int width, int height) {
@@ -191,8 +196,8 @@ void TrayIcon::handleResize(int width, int height) {
 void TrayIcon::handleRelease(const xcb_button_release_event_t& release) {
   const bool isOnIcon =
       release.event_x >= 0 && release.event_y >= 0 && release.event_x < width_ && release.event_y < height_;
-  if (!isOnIcon || (release.detail != leftButton && release.detail != rightButton)) return;
-  const auto place = screens_.toPoints({release.root_x, release.root_y, 0, 0});
+  if (!isOnIcon || release.detail > lastButton) return;
+  const auto place = services_.screens.toPoints({release.root_x, release.root_y, 0, 0});
   if (handlers_.clicked) handlers_.clicked({place.x, place.y});
 }
 
@@ -204,48 +209,60 @@ bool TrayIcon::hasAlpha() const {
   return visual_.depth == alphaDepth;
 }
 
-void TrayIcon::settle() {
-  const auto paint = [this] {
+// Whoever paints it may take a while.
+void TrayIcon::groundChanged() {
+  if (!isEmbedded_) return;
+  const auto look = [this] {
     chooseColor();
     draw();
   };
-  paint();
-  settling_ = queue_.after(secondsToPaint, paint);
+  look();
+  secondLook_ = services_.queue.after(secondsToPaint, look);
 }
 
+// Beneath a cover, icon and ground are seen through the same veil: what suits the ground alone goes on to suit.
 void TrayIcon::chooseColor() {
   if (!isEmbedded_) return;
   if (const auto foreground = tray_.foreground())
     color_ = *foreground;
-  else if (const auto brightness = groundBrightness())
+  else if (const auto brightness = color_ && isCovered() ? std::nullopt : groundBrightness())
     color_ = *brightness > brightGround ? desktops::inkOnLight : desktops::inkOnDark;
 }
 
-// Through a transparent window the ground shows on the screen alone, surely so at the rim that icons leave free.
-std::optional<double> TrayIcon::groundBrightness() {
-  if (!hasAlpha()) {
-    xcb_clear_area(connection_.get(), 0, window_.get(), 0, 0, 0, 0);
-    return brightnessOf(connection_, window_.get(), {0, 0, width_, height_});
-  }
+bool TrayIcon::isCovered() const {
   const auto place = frame();
-  if (!place) return std::nullopt;
-  const auto pixels = screens_.toPixels(*place);
-  const auto above = brightnessOf(connection_, connection_.root(), {pixels.x, pixels.y, pixels.width, 1});
-  const auto below = brightnessOf(connection_, connection_.root(), {pixels.x, pixels.bottom() - 1, pixels.width, 1});
-  if (!above || !below) return std::nullopt;
-  return (*above + *below) / 2;
+  if (!place) return false;
+  auto topLevel = window_.get();
+  while (const auto parent = parentOf(connection_, topLevel)) topLevel = *parent;
+  return services_.stage.isCovered(topLevel, services_.screens.toPixels(*place));
+}
+
+// Seen in the rows that icons leave free; on the screen where it shows through the window.
+std::optional<double> TrayIcon::groundBrightness() {
+  const auto place = hasAlpha() ? frame() : std::nullopt;
+  if (hasAlpha() && !place) return std::nullopt;
+  const auto seen = hasAlpha() ? connection_.root() : window_.get();
+  const auto area = place ? services_.screens.toPixels(*place) : PixelRect{0, 0, width_, height_};
+  double sum = 0;
+  for (const int row : {area.y, area.bottom() - 1}) {
+    if (!hasAlpha()) xcb_clear_area(connection_.get(), 0, seen, 0, static_cast<std::int16_t>(row), 0, 1);
+    const auto brightness = brightnessOf(connection_, seen, {area.x, row, area.width, 1});
+    if (!brightness) return std::nullopt;
+    sum += *brightness / 2;
+  }
+  return sum;
 }
 
 void TrayIcon::draw() {
   auto* const server = connection_.get();
-  auto icon = desktops::templatePicture(image_, std::min(width_, height_), color_);
+  auto icon = desktops::templatePicture(image_, std::min(width_, height_), color_.value_or(desktops::inkOnDark));
   if (!isEmbedded_ || icon.width == 0) return;
-  const auto surface = render_.makeSurface(SurfaceFormat::argb, icon.width, icon.height);
+  const auto surface = services_.render.makeSurface(SurfaceFormat::argb, icon.width, icon.height);
   uploadPixels(server, surface.pixmap.get(), {0, 0, icon.width, icon.height}, icon.pixels);
   const PixelRect place{(width_ - icon.width) / 2, (height_ - icon.height) / 2, icon.width, icon.height};
   const xcb_point_t corner{static_cast<std::int16_t>(place.x), static_cast<std::int16_t>(place.y)};
   xcb_clear_area(server, 0, window_.get(), 0, 0, 0, 0);
-  render_.composite(XCB_RENDER_PICT_OP_OVER, surface.picture.get(), XCB_NONE, picture_.get(), corner, place);
+  services_.render.composite(XCB_RENDER_PICT_OP_OVER, surface.picture.get(), XCB_NONE, picture_.get(), corner, place);
 }
 
 }  // namespace hushpane::x11

@@ -5,6 +5,7 @@
 
 #include "desktops/x11/connection.h"
 #include "desktops/x11/event_monitors.h"
+#include "desktops/x11/overlay_stage.h"
 #include "desktops/x11/render.h"
 #include "desktops/x11/screens.h"
 #include "desktops/x11/system_tray.h"
@@ -14,6 +15,16 @@
 #include "platform/status_item.h"
 
 namespace hushpane::x11 {
+
+// What the program's icon shares with its other windows.
+struct IconServices {
+  Connection& connection;
+  Render& render;
+  const Screens& screens;
+  EventMonitors& monitors;
+  OverlayStage& stage;
+  platform::MainQueue& queue;
+};
 
 // The program's icon in the system tray: a window of the program inside the tray's, after XEMBED. It has the colour
 // that the tray tells, else one that stands out from what lies behind it.
@@ -25,8 +36,7 @@ class TrayIcon {
     std::function<void(bool)> hovered;  // whether the pointer is over it from now on; a grab takes it away, too
   };
 
-  TrayIcon(Connection& connection, Render& render, const Screens& screens, EventMonitors& monitors,
-           platform::MainQueue& queue, Handlers handlers);
+  TrayIcon(const IconServices& services, Handlers handlers);
   ~TrayIcon();
 
   // Stands in the tray from now on, as soon and as long as there is one. An image with nothing to draw takes it away.
@@ -35,6 +45,8 @@ class TrayIcon {
   bool isShown() const { return isEmbedded_; }
   // In points of the desktop; nothing while it is not shown. Waits for the server.
   std::optional<platform::Rect> frame() const;
+  // What lies behind the icon may be of another colour now, or soon.
+  void groundChanged();
 
  private:
   struct WindowVisual {
@@ -51,21 +63,17 @@ class TrayIcon {
   void handleRelease(const xcb_button_release_event_t& release);
   void setHovered(bool isHovered);
   bool hasAlpha() const;
-  // After changes around the icon, which may take a while to be painted.
-  void settle();
   void chooseColor();
+  bool isCovered() const;
   std::optional<double> groundBrightness();
   void draw();
 
   Connection& connection_;
-  Render& render_;
-  const Screens& screens_;
-  EventMonitors& monitors_;
-  platform::MainQueue& queue_;
+  IconServices services_;
   Handlers handlers_;
   SystemTray tray_;
   platform::TemplateImage image_;
-  platform::Color color_;
+  std::optional<platform::Color> color_;  // once the ground was seen
   ColormapHandle colormap_;
   WindowHandle window_;
   Picture picture_;
@@ -74,8 +82,8 @@ class TrayIcon {
   bool isEmbedded_ = false;
   bool isHovered_ = false;
   platform::Token ownWindow_;
-  platform::WorkItem settling_;
-  platform::Token trayChanges_, colorChanges_, events_;
+  platform::WorkItem secondLook_;
+  platform::Token trayChanges_, colorChanges_, coversRest_, events_;
 };
 
 }  // namespace hushpane::x11

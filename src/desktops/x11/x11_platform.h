@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -52,6 +54,7 @@
 #include "desktops/x11/window_list.h"
 #include "desktops/x11/window_tree.h"
 #include "desktops/x11/workspace.h"
+#include "desktops/x11/xsettings.h"
 #include "platform/platform.h"
 
 namespace hushpane::x11 {
@@ -162,8 +165,13 @@ class X11Platform : public platform::Platform {
   OverlayStage stage_;
   Panels panels_{animator_, *connection_, base_->queue,   turnEnd_, render_,
                  screens_,  compositor_,  eventMonitors_, tree_};
-  session::PortalAppearance appearance_{portal_};
-  X11StatusItem statusItem_{*connection_, render_, screens_, eventMonitors_, base_->queue, base_->session, appearance_};
+  Xsettings xsettings_{*connection_};
+  session::PortalAppearance appearance_{
+      portal_,
+      {.name = [this] { return xsettings_.text("Net/ThemeName"); },
+       .observe = [this](std::function<void()> changed) { return xsettings_.addChangeHandler(std::move(changed)); }}};
+  X11StatusItem statusItem_{
+      {*connection_, render_, screens_, eventMonitors_, stage_, base_->queue}, base_->session, appearance_};
   session::PortalOpenPanel openPanel_{portal_, base_->queue};
   session::AutostartLoginItem loginItem_{session::ownProgram()};
   session::DbusUserNotifications userNotifications_{base_->session, urls_, base_->queue};

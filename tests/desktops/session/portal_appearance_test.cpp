@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
 
 #include "desktops/session/main_queue.h"
 #include "desktops/session/played_service.h"
@@ -25,7 +26,9 @@ class PortalAppearanceTest : public testing::Test {
   std::optional<DbusSession> session;
   std::optional<BusService> service;
   std::optional<PortalAppearance> looks;
-  const char* answer = "{}";  // of the portal, in the text form of values
+  const char* answer = "{}";         // of the portal, in the text form of values
+  std::optional<std::string> theme;  // as the windowing system tells it
+  platform::HandlerList<void()> themeChanges;
   int asked = 0;
 
   PortalAppearanceTest() {
@@ -45,9 +48,14 @@ class PortalAppearanceTest : public testing::Test {
     queue.emplace();
     session.emplace(*queue);
     service.emplace(*session, portal::name);
-    looks.emplace(*service);
+    looks.emplace(*service, ThemeSource{.name = [this] { return theme; },
+                                        .observe = [this](auto changed) { return themeChanges.add(changed); }});
   }
 
+  void changeTheme(const char* name) {
+    theme = name;
+    themeChanges.forEach([](const auto& changed) { changed(); });
+  }
   void change(const char* space, const char* key, const char* value) {
     portal->emit(portal::path, "org.freedesktop.portal.Settings", "SettingChanged",
                  g_variant_new("(ssv)", space, key, g_variant_parse(nullptr, value, nullptr, nullptr, nullptr)));
@@ -98,6 +106,51 @@ TEST_F(PortalAppearanceTest, IsLightWithoutAnAnswerOfUse) {
     EXPECT_EQ(looks->accentColor(), std::nullopt);
     portal.reset();
   }
+}
+
+TEST_F(PortalAppearanceTest, GoesByTheThemeUnlessThePortalTellsAPreference) {
+  theme = "Arc-Dark";
+  answer = "{'org.freedesktop.appearance': {'color-scheme': <uint32 0>}}";
+  startPortal();
+  startLooks();
+  EXPECT_TRUE(looks->isDark()) << "at once";
+  int changes = 0;
+  const auto observer = looks->observe([&] { ++changes; });
+  ASSERT_TRUE(loopUntil([&] { return asked == 1; }));
+  change(appearance, "accent-color", "(0.0, 0.0, 1.0)");
+  ASSERT_TRUE(loopUntil([&] { return looks->accentColor().has_value(); }));
+  EXPECT_TRUE(looks->isDark()) << "the portal prefers nothing";
+  changeTheme("Arc");
+  EXPECT_FALSE(looks->isDark());
+  changeTheme("Arc-Dark");
+  EXPECT_TRUE(looks->isDark());
+  EXPECT_EQ(changes, 3);
+
+  change(appearance, "color-scheme", "uint32 2");
+  ASSERT_TRUE(loopUntil([&] { return !looks->isDark(); }));
+  change(appearance, "color-scheme", "uint32 1");
+  ASSERT_TRUE(loopUntil([&] { return looks->isDark(); }));
+  changeTheme("Arc");
+  EXPECT_TRUE(looks->isDark()) << "the user chose dark in words";
+  change(appearance, "color-scheme", "uint32 0");
+  EXPECT_TRUE(loopUntil([&] { return !looks->isDark(); }));
+}
+
+TEST_F(PortalAppearanceTest, GoesByTheThemeWithoutAPortalOrABus) {
+  theme = "Arc";
+  bus->stop();
+  startLooks();
+  EXPECT_FALSE(looks->isDark());
+  changeTheme("Mint-Y-Dark");
+  EXPECT_TRUE(looks->isDark());
+}
+
+TEST(ThemeName, IsDarkByAWordOfIt) {
+  for (const char* name : {"Adwaita-dark", "Mint-Y-Dark", "Mint-Y-Dark-Aqua", "Arc-Dark", "dark", "Yaru-blue-dark",
+                           "BreezeDark", "materia_dark_compact", "Some Dark Theme", "NIGHT-DARK", "Dark2"})
+    EXPECT_TRUE(isDarkTheme(name)) << name;
+  for (const char* name : {"", "Adwaita", "Arc-Darker", "Darkroom-light", "Landark", "Darkness", "dar", "d-a-r-k"})
+    EXPECT_FALSE(isDarkTheme(name)) << name;
 }
 
 }  // namespace
