@@ -284,8 +284,8 @@ TEST_F(FirstLaunchTest, TheHintPointsAtTheIconUntilTheFirstClickWhichReachesItsT
 }
 
 // Where the hint's tail ends, on the desktop.
-Point tipOf(const sim::SimPanel& hint, bool isBelow) {
-  const Rect bounds = hint.outline().controlBounds();
+platform::Point tipOf(const sim::SimPanel& hint, bool isBelow) {
+  const platform::Rect bounds = hint.outline().controlBounds();
   const double y = isBelow ? bounds.bottom() : bounds.y;
   for (const auto& segment : hint.outline().segments())
     if (segment.verb == platform::Path::Verb::line && segment.points[0].y == y && segment.points[0].x > bounds.x + 20 &&
