@@ -32,14 +32,14 @@ bool CoverShape::operator==(const CoverShape& other) const {
   return isNothing_ == other.isNothing_ && std::ranges::equal(parts_, other.parts_, isSame);
 }
 
-void CoverShape::apply(Connection& connection, xcb_window_t overlay, const PixelRect& bounds) const {
+void CoverShape::apply(Connection& connection, xcb_window_t overlay, const PixelRect& bounds, Whole whole) const {
   auto* const server = connection.get();
-  if (!isNothing_ && parts_.empty()) {
+  if (!isNothing_ && parts_.empty() && whole == Whole::unshaped) {
     xcb_shape_mask(server, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, overlay, 0, 0, XCB_PIXMAP_NONE);
     return;
   }
-  const xcb_rectangle_t whole = PixelRect{0, 0, bounds.width, bounds.height}.toXcb();
-  const auto seen = isNothing_ ? makeRegion(connection) : makeRegion(connection, std::span(&whole, 1));
+  const xcb_rectangle_t everything = PixelRect{0, 0, bounds.width, bounds.height}.toXcb();
+  const auto seen = isNothing_ ? makeRegion(connection) : makeRegion(connection, std::span(&everything, 1));
   const auto hole = makeRegion(connection);
   for (const auto& part : parts_) {
     const auto own = shapeOf(connection, part.window, bounds);

@@ -17,7 +17,10 @@ class CoverShape {
 
   bool operator==(const CoverShape& other) const;
   bool hasHole() const { return !parts_.empty(); }
-  void apply(Connection& connection, xcb_window_t overlay, const PixelRect& bounds) const;
+  // Some managers that composite go on to paint a window as it was cut before, once it has no shape at all: in their
+  // hands it is to keep one.
+  enum class Whole { unshaped, shaped };
+  void apply(Connection& connection, xcb_window_t overlay, const PixelRect& bounds, Whole whole) const;
 
  private:
   struct Part {

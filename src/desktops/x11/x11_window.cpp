@@ -158,7 +158,8 @@ bool X11Window::settle() {
 void X11Window::showNext() {
   auto* const server = services_.connection.get();
   if (shown_.isMapped) xcb_clear_area(server, 0, id(), 0, 0, 0, 0);
-  nextShape_->apply(services_.connection, id(), shown_.placed);
+  nextShape_->apply(services_.connection, id(), shown_.placed,
+                    shown_.isManaged ? CoverShape::Whole::shaped : CoverShape::Whole::unshaped);
   if (!std::exchange(shown_.isMapped, true)) {
     setInputRegion();  // no click must be caught in between
     xcb_map_window(server, id());
