@@ -4,12 +4,12 @@
 
 namespace hushpane::x11_tests {
 
-// A private X server on a free display, with one screen of 1920x1080.
+// A private X server on a free display.
 class XServer {
  public:
-  XServer(const Environment& environment, const std::filesystem::path& folder)
-      : process_({"Xvfb", "-displayfd", std::to_string(Process::reportDescriptor), "-screen", "0", "1920x1080x24",
-                  "-nolisten", "tcp", "-noreset"},
+  XServer(const Environment& environment, const std::filesystem::path& folder, const std::string& screen)
+      : process_({"Xvfb", "-displayfd", std::to_string(Process::reportDescriptor), "-screen", "0", screen, "-nolisten",
+                  "tcp", "-noreset"},
                  environment, folder),
         display_(":" + process_.report()) {}
 

@@ -1,0 +1,108 @@
+#include "tests/whole_desktops/desktop_session.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "tests/x11/screenshot.h"
+
+namespace hushpane::x11_tests {
+
+std::vector<DesktopWay> desktopWays() {
+  std::vector<DesktopWay> ways;
+  for (const DesktopKind& kind : desktopKinds()) {
+    ways.push_back({kind.name, &kind, 1});
+    ways.push_back({kind.name + "-two", &kind, 2});
+  }
+  return ways;
+}
+
+DesktopSession& DesktopSession::running(const DesktopWay& way) {
+  static std::unique_ptr<DesktopSession> session;
+  if (!session || session->way_.name != way.name) {
+    session.reset();
+    session = std::make_unique<DesktopSession>(way);
+  }
+  return *session;
+}
+
+DesktopSession::DesktopSession(const DesktopWay& way) : Seat("1600x1000x24"), way_(way) {
+  writeFiles();
+  for (const auto& [name, value] : kind().environment) environment()[name] = value;
+  environment().insert({{"LIBGL_ALWAYS_SOFTWARE", "1"},
+                        {"XDG_SESSION_TYPE", "x11"},
+                        {"GDK_BACKEND", "x11"},
+                        {"GSETTINGS_BACKEND", "keyfile"},
+                        {"SHELL", "/bin/sh"},
+                        {"USER", "person"},
+                        {"LOGNAME", "person"}});
+  if (monitors() == 2) {
+    runTool({"xrandr", "--setmonitor", "LEFT", "900/240x1000/270+0+0", "screen"});
+    runTool({"xrandr", "--setmonitor", "RIGHT", "700/190x1000/270+900+0", "none"});
+  }
+  startBus(SessionBus::Services::installed);
+  start();
+}
+
+void DesktopSession::writeFiles() const {
+  const std::filesystem::path settings = environment().at("XDG_CONFIG_HOME");
+  auto files = commonFiles();
+  for (const auto& [name, text] : kind().files) files[name] = text;
+  for (const auto& [name, text] : files) {
+    std::filesystem::create_directories((settings / name).parent_path());
+    std::ofstream(settings / name) << text;
+  }
+  std::filesystem::create_directories(home() / "Desktop");
+  if (kind().name == "cinnamon") return;
+  // Its screen saver offers itself to every desktop.
+  const std::filesystem::path services = home() / "data/dbus-1/services";
+  std::filesystem::create_directories(services);
+  std::ofstream(services / "org.cinnamon.ScreenSaver.service")
+      << "[D-BUS Service]\nName=org.cinnamon.ScreenSaver\nExec=/bin/false\n";
+}
+
+void DesktopSession::start() {
+  Process& session = open(kind().command);
+  if (!waitUntil([&] { return hasEwmh() || !session.isRunning(); }, 60s) || !session.isRunning())
+    throw std::runtime_error(kind().name + " did not start: " + session.errors());
+  for (const auto& helper : kind().helpers) open(helper);
+  const auto end = Clock::now() + 90s;
+  while (!choosePicture(upperColor, lowerColor) || bars().empty())
+    if (Clock::now() > end) throw std::runtime_error(kind().name + " shows no desktop: " + session.errors());
+}
+
+std::vector<Rect> DesktopSession::bars() const {
+  const auto area = x().numbers(x().root(), "_NET_WORKAREA");
+  if (area.size() < 4) return {};
+  const double top = area[1], bottom = area[1] + area[3];
+  std::vector<Rect> found;
+  if (top > 0) found.push_back({0, 0, screen.width, top});
+  if (bottom < screen.height) found.push_back({0, bottom, screen.width, screen.height - bottom});
+  return found;
+}
+
+// A file of its own each time: desktops look at a new name only.
+bool DesktopSession::choosePicture(Pixel upper, Pixel lower) {
+  Picture picture{1600, 1000, std::vector<std::uint32_t>(1600 * 1000)};
+  for (std::size_t index = 0; index < picture.pixels.size(); ++index)
+    picture.pixels[index] = (index / 1600 < edge ? upper : lower).value;
+  const std::filesystem::path file = home() / ("picture" + std::to_string(++pictures_) + ".png");
+  savePng(picture, file);
+  shell(kind().choosePicture, file.string());
+  return waitUntil([&] { return showsPicture(upper, lower); }, 1500ms);
+}
+
+bool DesktopSession::showsPicture(Pixel upper, Pixel lower) const {
+  return std::all_of(std::begin(bareSpots), std::end(bareSpots),
+                     [&](Point spot) { return isNear(x().pixel(spot), spot.y < edge ? upper : lower); });
+}
+
+Process& DesktopSession::open(const std::vector<std::string>& command) {
+  processes_.push_back(std::make_unique<Process>(command, environment(), logs()));
+  return *processes_.back();
+}
+
+void DesktopSession::shell(const std::string& line, const std::string& argument) const {
+  Process({"sh", "-c", line, "sh", argument}, environment(), logs()).wait();
+}
+
+}  // namespace hushpane::x11_tests

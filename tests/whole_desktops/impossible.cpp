@@ -1,0 +1,20 @@
+#include "tests/whole_desktops/impossible.h"
+
+#include "tests/x11/judge_case.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+constexpr Impossible list[]{
+    {"gnome*", "switch by task bar", "GNOME has no list of windows."},
+    {"gnome-plain*", "icon", "GNOME shows icons of programs only with an extension."},
+    {"xfce*", "focus by its keys", "Xfce has given Control-Alt-F to its file manager."},
+};
+
+}  // namespace
+
+std::optional<std::string> whyImpossibleIn(const std::string& desktop, const std::string& testCase) {
+  return reasonOf(list, desktop, testCase);
+}
+
+}  // namespace hushpane::x11_tests

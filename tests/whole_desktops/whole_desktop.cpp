@@ -1,0 +1,214 @@
+#include "tests/whole_desktops/whole_desktop.h"
+
+#include <algorithm>
+
+#include "desktops/shared/look.h"
+#include "tests/whole_desktops/impossible.h"
+#include "tests/x11/judge_case.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+Rect grown(const Rect& rect, double margin) {
+  return {rect.x - margin, rect.y - margin, rect.width + 2 * margin, rect.height + 2 * margin};
+}
+
+bool isIn(const std::vector<Rect>& areas, Point point) {
+  return std::any_of(areas.begin(), areas.end(), [&](const Rect& area) { return area.contains(point); });
+}
+
+Rect around(Point spot) {
+  return {spot.x - 15, spot.y - 15, 30, 30};
+}
+
+}  // namespace
+
+WholeDesktop::WholeDesktop() : HushpaneRun(session()) {
+  applications();
+}
+
+void WholeDesktop::TearDown() {
+  runCase("runs on without complaint", [this] {
+    EXPECT_TRUE(hushpane().isRunning());
+    EXPECT_EQ(hushpane().errors(), "");
+  });
+}
+
+// --- cases ---
+
+void WholeDesktop::runCase(const std::string& name, const std::function<void()>& body) {
+  caseName_ = name;
+  const auto impossible = whyImpossibleIn(GetParam().name, name);
+  limit_ = impossible ? 1s : 5s;
+  const bool works = judgeCase(name, impossible, [&] {
+    body();
+    if (testing::Test::HasFailure() || !impossible) picture();
+  });
+  if (works) return;
+  shot(GetParam().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
+  restore();
+}
+
+// After a failure the next case begins as if nothing had happened, as far as that is possible.
+void WholeDesktop::restore() {
+  try {
+    for (const char* key : {"alt", "ctrl", "super"}) session().keyboard("keyup", key);
+    keys("Escape");
+    session().request(x().root(), "_NET_CURRENT_DESKTOP", {0, XCB_CURRENT_TIME});
+    if (x().numbers(x().root(), "_NET_SHOWING_DESKTOP") == std::vector<std::uint32_t>{1}) session().showDesktop(false);
+    for (const Application* application : applications().all()) activate(*application);
+    activate(applications().terminal);
+    stopHushpane();
+    startHushpane();
+  } catch (const std::exception& failure) {
+    ADD_FAILURE() << "the desktop is beyond repair: " << failure.what();
+  }
+}
+
+// --- what happens ---
+
+void WholeDesktop::start(SettingsValues more) {
+  activate(applications().terminal);
+  session().runTool({"xdotool", "mousemove", "800", "480"});
+  chooseMode("standard", "dim", std::move(more));
+  startHushpane();
+}
+
+void WholeDesktop::use(const std::string& mode, const std::string& surface, SettingsValues more) {
+  chooseMode("standard", surface, std::move(more));
+  toMode("standard");
+  toMode(mode);
+}
+
+void WholeDesktop::toMode(const std::string& mode) {
+  runHushpane({"hushpane://mode/" + mode});
+  EXPECT_TRUE(entersMode(mode));
+}
+
+// --- what people see ---
+
+double WholeDesktop::shareLike(const Rect& area, double alpha) const {
+  const Picture now = x().capture(area);
+  int count = 0, alike = 0;
+  for (int row = 0; row < now.height; row += 3) {
+    for (int column = 0; column < now.width; column += 3) {
+      ++count;
+      const Pixel before = untouched().at(int(area.x) + column, int(area.y) + row);
+      alike += isNear(now.at(column, row), dimmed(before, alpha), 4);
+    }
+  }
+  return count ? double(alike) / count : 0;
+}
+
+testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, const std::string& what) const {
+  constexpr double enough = 0.93;  // a caret may blink
+  double share = 0;
+  if (waitUntil([&] { return (share = shareLike(area, alpha)) >= enough; }, limit_)) return testing::AssertionSuccess();
+  const Pixel seen = x().pixel(center(area)), before = untouched().at(int(center(area).x), int(center(area).y));
+  return testing::AssertionFailure() << what << " is not " << (alpha > 0 ? "covered" : "clear") << ": only "
+                                     << int(share * 100) << " % are, in the middle is " << seen << " instead of "
+                                     << dimmed(before, alpha);
+}
+
+testing::AssertionResult WholeDesktop::seesClear(const std::vector<const Application*>& clear) const {
+  for (const Application* application : applications().all()) {
+    const bool isClear = std::find(clear.begin(), clear.end(), application) != clear.end();
+    if (const auto seen = looks(application->inside(), isClear ? 0 : balanced, application->name()); !seen) return seen;
+  }
+  for (const Point spot : DesktopSession::bareSpots)
+    if (const auto seen = looks(around(spot), balanced, "the bare desktop"); !seen) return seen;
+  return testing::AssertionSuccess();
+}
+
+testing::AssertionResult WholeDesktop::showsDesktop(Pixel upper, Pixel lower, int tolerance) const {
+  constexpr double blurReach = 90, icons = 170;
+  std::vector<Rect> other{{0, 0, icons, DesktopSession::screen.height},
+                          {0, DesktopSession::edge - blurReach, DesktopSession::screen.width, 2 * blurReach}};
+  for (const Rect& bar : session().bars()) other.push_back(grown(bar, 40));
+  for (const Application* application : applications().all())
+    if (x().isOnScreen(application->window())) other.push_back(grown(application->bounds(), blurReach));
+  std::ostringstream wrong;
+  const auto isRight = [&] {
+    wrong.str("");
+    const Picture now = x().capture();
+    for (int row = 10; row < now.height; row += 20) {
+      for (int column = 10; column < now.width; column += 20) {
+        if (isIn(other, {double(column), double(row)})) continue;
+        const Pixel expected = row < DesktopSession::edge ? upper : lower, seen = now.at(column, row);
+        if (isNear(seen, expected, tolerance)) continue;
+        wrong << seen << " instead of " << expected << " at " << column << ',' << row;
+        return false;
+      }
+    }
+    return true;
+  };
+  if (waitUntil(isRight, limit_)) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << wrong.str();
+}
+
+Pixel WholeDesktop::tinted(Pixel pixel) {
+  const auto& tint = desktops::darkHud::tint;
+  const auto mix = [&](int channel, double ink) {
+    return std::uint32_t(channel * (1 - tint.alpha) + ink * 255 * tint.alpha + 0.5);
+  };
+  return {mix(pixel.red(), tint.red) << 16 | mix(pixel.green(), tint.green) << 8 | mix(pixel.blue(), tint.blue)};
+}
+
+testing::AssertionResult WholeDesktop::barsAreClear() const {
+  for (const Rect& bar : session().bars()) {
+    // Where neither icons come and go nor a clock goes on.
+    const Rect quiet{bar.x + 5, bar.y, 120, bar.height};
+    if (const auto seen = looks(quiet, 0, "the bar"); !seen) return seen;
+  }
+  return testing::AssertionSuccess();
+}
+
+std::vector<Point> WholeDesktop::changed(const Picture& before, const Picture& after) {
+  constexpr int clearly = 30;
+  std::vector<Point> points;
+  for (int row = 0; row < before.height; ++row)
+    for (int column = 0; column < before.width; ++column)
+      if (!isNear(before.at(column, row), after.at(column, row), clearly))
+        points.push_back({double(column), double(row)});
+  return points;
+}
+
+Rect WholeDesktop::boundsOf(const std::vector<Point>& points) {
+  if (points.empty()) return {};
+  double left = 1e9, top = 1e9, right = 0, bottom = 0;
+  for (const Point& point : points) {
+    left = std::min(left, point.x), right = std::max(right, point.x + 1);
+    top = std::min(top, point.y), bottom = std::max(bottom, point.y + 1);
+  }
+  return {left, top, right - left, bottom - top};
+}
+
+void WholeDesktop::staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels) {
+  const Picture before = settledPicture();
+  open();
+  const auto isThere = [&] { return changed(before, x().capture()).size() >= std::size_t(fewestPixels); };
+  EXPECT_TRUE(waitUntil(isThere, 8s)) << "nothing came";
+  const Picture covered = settledPicture();
+  picture();
+  const auto places = changed(before, covered);
+  toMode("standard");
+  wait(300ms);
+  const Picture bare = settledPicture();
+  std::size_t alike = 0;
+  for (const Point& place : places)
+    alike += isNear(covered.at(int(place.x), int(place.y)), bare.at(int(place.x), int(place.y)), 12);
+  EXPECT_GE(double(alike), 0.85 * double(places.size())) << "it lies beneath the cover";
+  close();
+  waitUntil([&] { return changed(before, x().capture()).size() < std::size_t(fewestPixels); }, 2s);
+  toMode("focus");
+}
+
+std::vector<Rect> WholeDesktop::panels() const {
+  std::vector<Rect> frames;
+  for (const xcb_window_t window : windowsFrom(100, 100))
+    if (x().text(window, "_NET_WM_NAME") == "Hushpane panel" && x().isOnScreen(window))
+      frames.push_back(x().bounds(window));
+  return frames;
+}
+
+}  // namespace hushpane::x11_tests
