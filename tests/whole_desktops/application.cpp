@@ -34,6 +34,12 @@ Application::Application(DesktopSession& session, const std::vector<std::string>
         return process;
       }()) {
   place(where);
+  const auto isDrawn = [&] {
+    const Pixel seen = session.x().pixel(center(inside()));
+    return !isNear(seen, DesktopSession::upperColor, 20) && !isNear(seen, DesktopSession::lowerColor, 20) &&
+           seen.brightness() > 0;
+  };
+  if (!waitUntil(isDrawn, 20s)) throw std::runtime_error(name_ + " stays empty: " + process_.errors());
 }
 
 Rect Application::bounds() const {
@@ -47,6 +53,12 @@ Rect Application::bounds() const {
 Rect Application::inside() const {
   const Rect all = bounds();
   return {all.x + all.width * 0.4, all.y + all.height * 0.4, all.width * 0.5, all.height * 0.4};
+}
+
+Point Application::title() const {
+  const Rect all = bounds();
+  const bool drawsItself = session_.x().numbers(window_, "_GTK_FRAME_EXTENTS").size() == 4;
+  return {center(all).x, all.y + (drawsItself ? 5 : -12)};
 }
 
 // Asked again while it is still busy with its beginning.
@@ -68,12 +80,14 @@ Applications& Applications::running(DesktopSession& session) {
   static DesktopSession* owner = nullptr;
   static std::unique_ptr<Applications> open;
   if (std::exchange(owner, &session) != &session) {
+    auto fileManager = session.kind().fileManager;
+    fileManager.push_back(session.home());
     open.reset(new Applications{
         .gtkEditor = Application(session, {"gedit", "--standalone"}, {180, 70, 420, 330}),
         .qtEditor = Application(session, session.kind().qtEditor, {180, 520, 420, 330}),
         .terminal = Application(session, {"xterm", "-T", "terminal", "-bg", "#205080", "-fn", "fixed", "-e", "cat"},
-                                {1000, 80, 484, 316}),
-        .files = Application(session, session.kind().fileManager, {1000, 520, 420, 330})});
+                                {980, 80, 484, 316}),
+        .files = Application(session, fileManager, {980, 520, 420, 330})});
   }
   return *open;
 }

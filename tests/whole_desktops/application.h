@@ -17,6 +17,8 @@ class Application {
   Rect bounds() const;
   // A part of its contents that looks the same whether it is active or not.
   Rect inside() const;
+  // Where a click brings it to the front and does nothing else.
+  Point title() const;
   void place(const Rect& bounds) const;
 
  private:

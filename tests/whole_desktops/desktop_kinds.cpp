@@ -51,10 +51,13 @@ DesktopKind xfce() {
           .environment = {{"XDG_CURRENT_DESKTOP", "XFCE"}},
           .command = {"xfce4-session"},
           .choosePicture =
-              "for name in $(xfconf-query -c xfce4-desktop -l | grep last-image); do "
-              "xfconf-query -c xfce4-desktop -p $name -s \"$1\"; done",
+              "for monitor in screen LEFT RIGHT; do "
+              "place=/backdrop/screen0/monitor$monitor/workspace0; "
+              "xfconf-query -c xfce4-desktop -p $place/image-style -n -t int -s 3; "
+              "xfconf-query -c xfce4-desktop -p $place/last-image -n -t string -s \"$1\"; done",
           .fileManager = {"thunar"},
-          .menuKey = "alt+F1"};
+          .menuKey = "alt+F1",
+          .darkTheme = "xfconf-query -c xsettings -p /Net/ThemeName -s Adwaita-dark"};
 }
 
 DesktopKind mate() {
@@ -63,7 +66,8 @@ DesktopKind mate() {
           .command = {"mate-session"},
           .choosePicture = "gsettings set org.mate.background picture-filename \"$1\"",
           .fileManager = {"caja", "--no-desktop"},
-          .menuKey = "alt+F1"};
+          .menuKey = "alt+F1",
+          .darkTheme = "gsettings set org.mate.interface gtk-theme Adwaita-dark"};
 }
 
 DesktopKind lxqt() {
@@ -82,6 +86,7 @@ DesktopKind plasma() {
           .command = {"startplasma-x11"},
           .files = {{"ksplashrc", "[KSplash]\nEngine=none\nTheme=None\n"},
                     {"kdeglobals", "[KDE]\nAnimationDurationFactor=0\n"},
+                    {"plasmarc", "[Theme]\nname=breeze-dark\n"},
                     {"kwinrc", "[Desktops]\nNumber=2\nRows=1\n"},
                     {"baloofilerc", "[Basic Settings]\nIndexing-Enabled=false\n"},
                     {"kscreenlockerrc", "[Daemon]\nAutolock=false\nLockOnResume=false\n"},
@@ -91,7 +96,8 @@ DesktopKind plasma() {
           .choosePicture = "plasma-apply-wallpaperimage \"$1\"",
           .fileManager = {"dolphin"},
           .qtEditor = {"kate", "-n"},
-          .menuKey = "alt+F1"};
+          .menuKey = "alt+F1",
+          .darkTheme = "plasma-apply-colorscheme BreezeDark"};
 }
 
 DesktopKind cinnamon() {
@@ -100,7 +106,8 @@ DesktopKind cinnamon() {
           .command = {"cinnamon-session", "--session", "cinnamon"},
           .choosePicture = "gsettings set org.cinnamon.desktop.background picture-uri \"file://$1\"",
           .fileManager = {"nemo"},
-          .menuKey = "super"};
+          .menuKey = "super",
+          .darkTheme = "gsettings set org.cinnamon.desktop.interface gtk-theme Adwaita-dark"};
 }
 
 // The shell by itself, which begins with its overview.
@@ -115,7 +122,8 @@ DesktopKind gnome(const std::string& name, const std::string& extensions) {
               "gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
               "org.freedesktop.DBus.Properties.Set org.gnome.Shell OverviewActive '<false>'",
           .fileManager = {"nautilus"},
-          .menuKey = "super"};
+          .menuKey = "super",
+          .darkTheme = "gsettings set org.gnome.desktop.interface color-scheme prefer-dark"};
 }
 
 }  // namespace

@@ -19,6 +19,8 @@ struct DesktopKind {
   std::vector<std::string> qtEditor = {"featherpad", "--standalone"};
   // The key that opens its start menu or overview.
   std::string menuKey = {};
+  // A shell's words that make the desktop dark for all programs; none where it has no such switch.
+  std::string darkTheme = {};
 };
 
 const std::vector<DesktopKind>& desktopKinds();

@@ -66,8 +66,12 @@ void DesktopSession::start() {
     throw std::runtime_error(kind().name + " did not start: " + session.errors());
   for (const auto& helper : kind().helpers) open(helper);
   const auto end = Clock::now() + 90s;
-  while (!choosePicture(upperColor, lowerColor) || bars().empty())
-    if (Clock::now() > end) throw std::runtime_error(kind().name + " shows no desktop: " + session.errors());
+  const auto isThere = [&] { return showsPicture(upperColor, lowerColor) && !bars().empty(); };
+  while (choosePicture(upperColor, lowerColor), !waitUntil(isThere, 1500ms))
+    if (Clock::now() > end) {
+      saveForPeople(x().capture(), way_.name + "/start (failed)");
+      throw std::runtime_error(kind().name + " shows no desktop: " + session.errors());
+    }
 }
 
 std::vector<Rect> DesktopSession::bars() const {
@@ -81,19 +85,24 @@ std::vector<Rect> DesktopSession::bars() const {
 }
 
 // A file of its own each time: desktops look at a new name only.
-bool DesktopSession::choosePicture(Pixel upper, Pixel lower) {
+void DesktopSession::choosePicture(Pixel upper, Pixel lower) {
   Picture picture{1600, 1000, std::vector<std::uint32_t>(1600 * 1000)};
   for (std::size_t index = 0; index < picture.pixels.size(); ++index)
     picture.pixels[index] = (index / 1600 < edge ? upper : lower).value;
   const std::filesystem::path file = home() / ("picture" + std::to_string(++pictures_) + ".png");
   savePng(picture, file);
   shell(kind().choosePicture, file.string());
-  return waitUntil([&] { return showsPicture(upper, lower); }, 1500ms);
 }
 
 bool DesktopSession::showsPicture(Pixel upper, Pixel lower) const {
   return std::all_of(std::begin(bareSpots), std::end(bareSpots),
                      [&](Point spot) { return isNear(x().pixel(spot), spot.y < edge ? upper : lower); });
+}
+
+void DesktopSession::toWorkspace(std::uint32_t number) {
+  request(x().root(), "_NET_CURRENT_DESKTOP", {number, XCB_CURRENT_TIME});
+  const auto isThere = [&] { return x().numbers(x().root(), "_NET_CURRENT_DESKTOP") == std::vector{number}; };
+  if (!waitUntil(isThere)) throw std::runtime_error("the workspace stays");
 }
 
 Process& DesktopSession::open(const std::vector<std::string>& command) {

@@ -25,7 +25,7 @@ class DesktopSession : public Seat {
   static constexpr Pixel upperColor{0xe08040}, lowerColor{0xb05820};
   static constexpr double edge = 500;
   // Places of the desktop where nothing else is, in each quarter.
-  static constexpr Point bareSpots[]{{740, 250}, {740, 750}, {1500, 250}, {1500, 750}};
+  static constexpr Point bareSpots[]{{810, 250}, {810, 750}, {1550, 250}, {1550, 750}};
 
   static DesktopSession& running(const DesktopWay& way);
   explicit DesktopSession(const DesktopWay& way);
@@ -34,13 +34,14 @@ class DesktopSession : public Seat {
   int monitors() const { return way_.monitors; }
   // The parts of the screen that bars keep for themselves.
   std::vector<Rect> bars() const;
-  // Changes the picture of the desktop to two colours; whether it comes to show.
-  bool choosePicture(Pixel upper, Pixel lower);
+  // Changes the picture of the desktop to two colours.
+  void choosePicture(Pixel upper, Pixel lower);
   bool showsPicture(Pixel upper, Pixel lower) const;
   // Starts a program beside the others.
   Process& open(const std::vector<std::string>& command);
   // Runs a line of the shell to its end, whatever comes of it.
   void shell(const std::string& line, const std::string& argument = {}) const;
+  void toWorkspace(std::uint32_t number);
 
  private:
   void writeFiles() const;

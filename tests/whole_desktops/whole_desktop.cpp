@@ -42,7 +42,7 @@ void WholeDesktop::runCase(const std::string& name, const std::function<void()>&
   limit_ = impossible ? 1s : 5s;
   const bool works = judgeCase(name, impossible, [&] {
     body();
-    if (testing::Test::HasFailure() || !impossible) picture();
+    if (!impossible) picture();
   });
   if (works) return;
   shot(GetParam().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
@@ -59,6 +59,7 @@ void WholeDesktop::restore() {
     for (const Application* application : applications().all()) activate(*application);
     activate(applications().terminal);
     stopHushpane();
+    waitUntil([] { return session().showsPicture(DesktopSession::upperColor, DesktopSession::lowerColor); });
     startHushpane();
   } catch (const std::exception& failure) {
     ADD_FAILURE() << "the desktop is beyond repair: " << failure.what();
@@ -87,23 +88,25 @@ void WholeDesktop::toMode(const std::string& mode) {
 
 // --- what people see ---
 
-double WholeDesktop::shareLike(const Rect& area, double alpha) const {
+double WholeDesktop::shareLike(const Rect& area, double alpha, int tolerance) const {
   const Picture now = x().capture(area);
   int count = 0, alike = 0;
   for (int row = 0; row < now.height; row += 3) {
     for (int column = 0; column < now.width; column += 3) {
       ++count;
       const Pixel before = untouched().at(int(area.x) + column, int(area.y) + row);
-      alike += isNear(now.at(column, row), dimmed(before, alpha), 4);
+      alike += isNear(now.at(column, row), dimmed(before, alpha), tolerance);
     }
   }
   return count ? double(alike) / count : 0;
 }
 
-testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, const std::string& what) const {
+testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, const std::string& what,
+                                             int tolerance) const {
   constexpr double enough = 0.93;  // a caret may blink
   double share = 0;
-  if (waitUntil([&] { return (share = shareLike(area, alpha)) >= enough; }, limit_)) return testing::AssertionSuccess();
+  if (waitUntil([&] { return (share = shareLike(area, alpha, tolerance)) >= enough; }, limit_))
+    return testing::AssertionSuccess();
   const Pixel seen = x().pixel(center(area)), before = untouched().at(int(center(area).x), int(center(area).y));
   return testing::AssertionFailure() << what << " is not " << (alpha > 0 ? "covered" : "clear") << ": only "
                                      << int(share * 100) << " % are, in the middle is " << seen << " instead of "
@@ -120,13 +123,14 @@ testing::AssertionResult WholeDesktop::seesClear(const std::vector<const Applica
   return testing::AssertionSuccess();
 }
 
-testing::AssertionResult WholeDesktop::showsDesktop(Pixel upper, Pixel lower, int tolerance) const {
+testing::AssertionResult WholeDesktop::showsDesktop(Pixel upper, Pixel lower,
+                                                    const std::vector<const Application*>& among) const {
+  constexpr int tolerance = 12;
   constexpr double blurReach = 90, icons = 170;
   std::vector<Rect> other{{0, 0, icons, DesktopSession::screen.height},
                           {0, DesktopSession::edge - blurReach, DesktopSession::screen.width, 2 * blurReach}};
   for (const Rect& bar : session().bars()) other.push_back(grown(bar, 40));
-  for (const Application* application : applications().all())
-    if (x().isOnScreen(application->window())) other.push_back(grown(application->bounds(), blurReach));
+  for (const Application* application : among) other.push_back(grown(application->bounds(), blurReach));
   std::ostringstream wrong;
   const auto isRight = [&] {
     wrong.str("");
@@ -155,10 +159,11 @@ Pixel WholeDesktop::tinted(Pixel pixel) {
 }
 
 testing::AssertionResult WholeDesktop::barsAreClear() const {
+  constexpr int translucent = 24;  // what is behind may be seen a little
   for (const Rect& bar : session().bars()) {
     // Where neither icons come and go nor a clock goes on.
     const Rect quiet{bar.x + 5, bar.y, 120, bar.height};
-    if (const auto seen = looks(quiet, 0, "the bar"); !seen) return seen;
+    if (const auto seen = looks(quiet, 0, "the bar", translucent); !seen) return seen;
   }
   return testing::AssertionSuccess();
 }

@@ -2,6 +2,7 @@
 
 #include "tests/whole_desktops/application.h"
 #include "tests/x11/hushpane_run.h"
+#include "tests/x11/screenshot.h"
 
 namespace hushpane::x11_tests {
 
@@ -32,12 +33,12 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
 
   // --- what people see ---
   // How much of the area looks as it was before the start beneath black of that alpha, from 0 to 1.
-  double shareLike(const Rect& area, double alpha) const;
-  testing::AssertionResult looks(const Rect& area, double alpha, const std::string& what) const;
+  double shareLike(const Rect& area, double alpha, int tolerance = 4) const;
+  testing::AssertionResult looks(const Rect& area, double alpha, const std::string& what, int tolerance = 4) const;
   // Whether these applications come to be clear, and the others and the bare desktop covered.
   testing::AssertionResult seesClear(const std::vector<const Application*>& clear) const;
-  // Whether the bare desktop shows these colours, wherever neither windows nor bars nor icons are.
-  testing::AssertionResult showsDesktop(Pixel upper, Pixel lower, int tolerance = 12) const;
+  // Whether the desktop comes to show these colours, wherever neither these windows nor bars nor icons are.
+  testing::AssertionResult showsDesktop(Pixel upper, Pixel lower, const std::vector<const Application*>& among) const;
   // The colour of the desktop picture beneath the blur.
   static Pixel tinted(Pixel pixel);
   testing::AssertionResult barsAreClear() const;

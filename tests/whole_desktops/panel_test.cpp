@@ -1,0 +1,198 @@
+#include "tests/whole_desktops/cover_moves.h"
+#include "tests/whole_desktops/whole_desktop.h"
+#include "tests/x11/tray.h"
+
+namespace hushpane::x11_tests {
+namespace {
+
+class PanelIn : public WholeDesktop {
+ protected:
+  // Where on a bar the icon is, by what it shows in another mode.
+  std::optional<Rect> findIcon();
+  void iconStandsOut();
+  void opensBesideIcon();
+  // Whether an open panel lies beside that place, on the screen, and on no bar.
+  void isBeside(const Rect& panel, const Rect& icon);
+  void secondStart();
+  void key(const std::string& names, const std::string& mode);
+  void bubble();
+  void dark();
+  double meanBrightness(const Rect& area) const;
+  testing::AssertionResult hasPanels(std::size_t count) const {
+    if (waitUntil([&] { return panels().size() == count; }, 3s)) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << panels().size() << " panels instead of " << count;
+  }
+
+  std::optional<Rect> icon_;
+};
+HUSHPANE_RUN_IN_ALL_DESKTOPS(PanelIn);
+
+std::optional<Rect> PanelIn::findIcon() {
+  if (const auto frame = Tray::iconFrame(x())) return frame;
+  constexpr double largest = 64;
+  Rect found;
+  const auto look = [&] {
+    toMode("standard");
+    wait(700ms);
+    const Picture standard = settledPicture();
+    toMode("focus");
+    wait(700ms);
+    const Picture focus = settledPicture();
+    std::vector<Point> onBars;
+    for (const Point& point : changed(standard, focus))
+      for (const Rect& bar : session().bars())
+        if (bar.contains(point)) onBars.push_back(point);
+    found = boundsOf(onBars);
+    return found.width > 3 && found.width < largest;
+  };
+  const bool isFound = look() || look();  // a clock may have gone on
+  toMode("standard");
+  return isFound ? std::optional(found) : std::nullopt;
+}
+
+void PanelIn::iconStandsOut() {
+  icon_ = findIcon();
+  ASSERT_TRUE(icon_) << "no part of a bar shows the mode clearly";
+  const Picture shown = x().capture({icon_->x - 2, icon_->y - 2, icon_->width + 4, icon_->height + 4});
+  int darkest = 765, lightest = 0;
+  for (const std::uint32_t value : shown.pixels) {
+    darkest = std::min(darkest, Pixel{value}.brightness());
+    lightest = std::max(lightest, Pixel{value}.brightness());
+  }
+  EXPECT_GT(lightest - darkest, 3 * 70) << "it does not stand out";
+}
+
+void PanelIn::isBeside(const Rect& panel, const Rect& icon) {
+  constexpr double shadow = 45;
+  const Rect seen{panel.x + shadow, panel.y + shadow, panel.width - 2 * shadow, panel.height - 2 * shadow};
+  EXPECT_LT(std::abs(center(panel).x - center(icon).x), panel.width) << "far from the icon";
+  const double gap = std::min(std::abs(seen.y - icon.bottom()), std::abs(icon.y - seen.bottom()));
+  EXPECT_LT(gap, 90) << "far from the icon";
+  for (const Rect& bar : session().bars())
+    EXPECT_LE(seen.intersection(bar).area(), 0) << "it lies on the bar at " << panel.x << ',' << panel.y;
+}
+
+void PanelIn::opensBesideIcon() {
+  ASSERT_TRUE(icon_) << "no icon to click";
+  session().click(center(*icon_));
+  ASSERT_TRUE(hasPanels(1));
+  wait(500ms);
+  isBeside(panels().front(), *icon_);
+  picture();
+  session().click(center(*icon_));
+  EXPECT_TRUE(hasPanels(0)) << "after another click on the icon";
+  keys("Escape");
+  session().runTool({"xdotool", "mousemove", "800", "480"});
+}
+
+void PanelIn::secondStart() {
+  runHushpane({});
+  ASSERT_TRUE(hasPanels(1));
+  wait(500ms);
+  const Rect panel = panels().front();
+  EXPECT_GE(panel.x, -60);
+  EXPECT_GE(panel.y, -60);
+  EXPECT_LE(panel.right(), DesktopSession::screen.width + 60);
+  picture();
+  keys("Escape");
+  EXPECT_TRUE(hasPanels(0));
+}
+
+void PanelIn::key(const std::string& names, const std::string& mode) {
+  activate(applications().terminal);
+  keys(names);
+  EXPECT_TRUE(waitUntil([&] { return session().sharedFile().value("hushpane.userMode") == mode; }, 2s)) << names;
+}
+
+// The bubble of the first launch.
+void PanelIn::bubble() {
+  stopHushpane();
+  chooseMode("standard", "dim", {{"hasSeenWelcome", xml(false)}});
+  startHushpane();
+  Rect found;
+  const auto isThere = [&] {
+    for (const xcb_window_t window : windowsFrom(100, 40))
+      if (x().isOnScreen(window) && x().bounds(window).width < 600) return found = x().bounds(window), true;
+    return false;
+  };
+  EXPECT_TRUE(waitUntil(isThere, 5s)) << "no bubble";
+  wait(500ms);
+  picture();
+  if (icon_ && found.width > 0) isBeside(found, *icon_);
+  keys("Escape");
+  stopHushpane();
+  chooseMode("standard");
+  startHushpane();
+}
+
+double PanelIn::meanBrightness(const Rect& area) const {
+  const Picture seen = x().capture(area);
+  double sum = 0;
+  for (const std::uint32_t value : seen.pixels) sum += Pixel{value}.brightness() / 3.0;
+  return sum / double(seen.pixels.size());
+}
+
+void PanelIn::dark() {
+  if (session().kind().darkTheme.empty()) return;
+  session().shell(session().kind().darkTheme);
+  wait(1500ms);
+  runHushpane({});
+  ASSERT_TRUE(hasPanels(1));
+  wait(700ms);
+  const Rect panel = panels().front();
+  EXPECT_LT(meanBrightness({panel.x + panel.width / 4, panel.y + panel.height / 4, panel.width / 2, panel.height / 2}),
+            128)
+      << "the panel is light";
+  picture();
+  keys("Escape");
+  EXPECT_TRUE(hasPanels(0));
+  iconStandsOut();
+}
+
+TEST_P(PanelIn, EveryDesktop) {
+  start();
+  runCase("icon", [this] { iconStandsOut(); });
+  runCase("panel by its icon", [this] { opensBesideIcon(); });
+  runCase("panel by a second start", [this] { secondStart(); });
+  runCase("clean desktop and standard by their keys", [this] {
+    key("ctrl+alt+a", "cleanDesktop");
+    key("ctrl+alt+s", "standard");
+  });
+  runCase("focus by its keys", [this] {
+    key("ctrl+alt+f", "focus");
+    picture();
+    toMode("standard");
+  });
+  runCase("idle", [this] {
+    toMode("focus");
+    EXPECT_TRUE(seesClear({&applications().terminal}));
+    settledPicture();
+    wait(500ms);
+    EXPECT_LE(wakeUpsPerSecond(), 30);
+    const CoverMoves moves(session(), covers());
+    const double before = moves.managerSeconds();
+    wait(2s);
+    EXPECT_EQ(moves.count(), 0) << "moves of the cover";
+    EXPECT_LT(moves.managerSeconds() - before, 0.3) << "of two seconds the window manager was busy";
+    toMode("standard");
+  });
+  runCase("first launch", [this] { bubble(); });
+  runCase("quit leaves nothing", [this] {
+    toMode("focus");
+    EXPECT_TRUE(seesClear({&applications().terminal}));
+    const pid_t pid = hushpanePid();
+    stopHushpane();
+    for (const Application* application : applications().all())
+      EXPECT_TRUE(looks(application->inside(), 0, application->name()));
+    EXPECT_TRUE(
+        waitUntil([] { return session().showsPicture(DesktopSession::upperColor, DesktopSession::lowerColor); }, 3s));
+    for (const xcb_window_t window : x().stacking()) EXPECT_NE(x().processOf(window), pid) << "a window is left";
+    picture();
+    chooseMode("standard");
+    startHushpane();
+  });
+  runCase("dark theme", [this] { dark(); });
+}
+
+}  // namespace
+}  // namespace hushpane::x11_tests
