@@ -5,7 +5,13 @@
 namespace hushpane::x11_tests {
 namespace {
 
+constexpr const char* hidesOrdinary =
+    "It hides all ordinary windows, and the cover is one of them: all others it keeps on top.";
+
 constexpr Impossible list[]{
+    {"plasma*", "*, show desktop", hidesOrdinary},
+    {"gnome*", "*, show desktop", hidesOrdinary},
+    {"cinnamon*", "*, show desktop", hidesOrdinary},
     {"gnome*", "switch by task bar", "GNOME has no list of windows."},
     {"gnome-plain*", "icon", "GNOME shows icons of programs only with an extension."},
     {"xfce*", "focus by its keys", "Xfce has given Control-Alt-F to its file manager."},

@@ -59,7 +59,7 @@ void PopupsIn::focusDuringDialog() {
   const Rect middle{area.x + area.width * 0.4, area.y + area.height * 0.4, area.width * 0.2, area.height * 0.2};
   const Picture before = x().capture(middle);
   toMode("focus");
-  EXPECT_TRUE(looks({795, 735, 30, 30}, balanced, "the bare desktop"));
+  EXPECT_TRUE(looks({1535, 735, 30, 30}, balanced, "the bare desktop"));
   wait(1s);
   const Picture now = x().capture(middle);
   EXPECT_LT(changed(before, now).size(), before.pixels.size() / 10) << "the dialog is covered";

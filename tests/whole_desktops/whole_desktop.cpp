@@ -38,6 +38,7 @@ void WholeDesktop::TearDown() {
 
 void WholeDesktop::runCase(const std::string& name, const std::function<void()>& body) {
   caseName_ = name;
+  hasFailurePicture_ = false;
   const auto impossible = whyImpossibleIn(GetParam().name, name);
   limit_ = impossible ? 1s : 5s;
   const bool works = judgeCase(name, impossible, [&] {
@@ -45,8 +46,12 @@ void WholeDesktop::runCase(const std::string& name, const std::function<void()>&
     if (!impossible) picture();
   });
   if (works) return;
-  shot(GetParam().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
+  failurePicture();
   restore();
+}
+
+void WholeDesktop::failurePicture() const {
+  if (!std::exchange(hasFailurePicture_, true)) shot(GetParam().name + "/" + caseName_ + " (failed)");
 }
 
 // After a failure the next case begins as if nothing had happened, as far as that is possible.
@@ -107,6 +112,7 @@ testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, con
   double share = 0;
   if (waitUntil([&] { return (share = shareLike(area, alpha, tolerance)) >= enough; }, limit_))
     return testing::AssertionSuccess();
+  failurePicture();
   const Pixel seen = x().pixel(center(area)), before = untouched().at(int(center(area).x), int(center(area).y));
   return testing::AssertionFailure() << what << " is not " << (alpha > 0 ? "covered" : "clear") << ": only "
                                      << int(share * 100) << " % are, in the middle is " << seen << " instead of "
@@ -147,6 +153,7 @@ testing::AssertionResult WholeDesktop::showsDesktop(Pixel upper, Pixel lower,
     return true;
   };
   if (waitUntil(isRight, limit_)) return testing::AssertionSuccess();
+  failurePicture();
   return testing::AssertionFailure() << wrong.str();
 }
 
@@ -189,6 +196,7 @@ Rect WholeDesktop::boundsOf(const std::vector<Point>& points) {
 }
 
 void WholeDesktop::staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels) {
+  EXPECT_TRUE(looks(around(DesktopSession::bareSpots[0]), balanced, "the bare desktop"));
   const Picture before = settledPicture();
   open();
   const auto isThere = [&] { return changed(before, x().capture()).size() >= std::size_t(fewestPixels); };
@@ -202,7 +210,8 @@ void WholeDesktop::staysClear(const std::function<void()>& open, const std::func
   std::size_t alike = 0;
   for (const Point& place : places)
     alike += isNear(covered.at(int(place.x), int(place.y)), bare.at(int(place.x), int(place.y)), 12);
-  EXPECT_GE(double(alike), 0.85 * double(places.size())) << "it lies beneath the cover";
+  constexpr double mostOf = 0.75;  // shadows are translucent
+  EXPECT_GE(double(alike), mostOf * double(places.size())) << "it lies beneath the cover";
   close();
   waitUntil([&] { return changed(before, x().capture()).size() < std::size_t(fewestPixels); }, 2s);
   toMode("focus");

@@ -54,8 +54,11 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
 
  private:
   void restore();
+  // Of the first thing that is wrong in the running case.
+  void failurePicture() const;
 
   std::string caseName_;
+  mutable bool hasFailurePicture_ = false;
   milliseconds limit_ = 5s;
 };
 
