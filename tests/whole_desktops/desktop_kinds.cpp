@@ -51,13 +51,13 @@ DesktopKind xfce() {
           .environment = {{"XDG_CURRENT_DESKTOP", "XFCE"}},
           .command = {"xfce4-session"},
           .choosePicture =
-              "for monitor in screen LEFT RIGHT; do "
+              "for monitor in screen DUMMY0 DUMMY1; do "
               "place=/backdrop/screen0/monitor$monitor/workspace0; "
               "xfconf-query -c xfce4-desktop -p $place/image-style -n -t int -s 3; "
               "xfconf-query -c xfce4-desktop -p $place/last-image -n -t string -s \"$1\"; done",
           .fileManager = {"thunar"},
           .menuKey = "alt+F1",
-          .darkTheme = "xfconf-query -c xsettings -p /Net/ThemeName -s Adwaita-dark"};
+          .theme = "xfconf-query -c xsettings -p /Net/ThemeName -s Adwaita$1"};
 }
 
 DesktopKind mate() {
@@ -67,7 +67,7 @@ DesktopKind mate() {
           .choosePicture = "gsettings set org.mate.background picture-filename \"$1\"",
           .fileManager = {"caja", "--no-desktop"},
           .menuKey = "alt+F1",
-          .darkTheme = "gsettings set org.mate.interface gtk-theme Adwaita-dark"};
+          .theme = "gsettings set org.mate.interface gtk-theme Adwaita$1"};
 }
 
 DesktopKind lxqt() {
@@ -97,7 +97,7 @@ DesktopKind plasma() {
           .fileManager = {"dolphin"},
           .qtEditor = {"kate", "-n"},
           .menuKey = "alt+F1",
-          .darkTheme = "plasma-apply-colorscheme BreezeDark"};
+          .theme = "[ \"$1\" ] && plasma-apply-colorscheme BreezeDark || plasma-apply-colorscheme BreezeLight"};
 }
 
 DesktopKind cinnamon() {
@@ -107,23 +107,25 @@ DesktopKind cinnamon() {
           .choosePicture = "gsettings set org.cinnamon.desktop.background picture-uri \"file://$1\"",
           .fileManager = {"nemo"},
           .menuKey = "super",
-          .darkTheme = "gsettings set org.cinnamon.desktop.interface gtk-theme Adwaita-dark"};
+          .theme = "gsettings set org.cinnamon.desktop.interface gtk-theme Adwaita$1"};
 }
 
 // The shell by itself, which begins with its overview.
 DesktopKind gnome(const std::string& name, const std::string& extensions) {
-  return {.name = name,
-          .environment = {{"XDG_CURRENT_DESKTOP", "GNOME"}},
-          .command = {"gnome-shell", "--x11"},
-          .files = {{settingsFile, gsettings(extensions)}},
-          .helpers = {{"/usr/libexec/gsd-xsettings"}},
-          .choosePicture =
-              "gsettings set org.gnome.desktop.background picture-uri \"file://$1\"; "
-              "gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
-              "org.freedesktop.DBus.Properties.Set org.gnome.Shell OverviewActive '<false>'",
-          .fileManager = {"nautilus"},
-          .menuKey = "super",
-          .darkTheme = "gsettings set org.gnome.desktop.interface color-scheme prefer-dark"};
+  return {
+      .name = name,
+      .environment = {{"XDG_CURRENT_DESKTOP", "GNOME"}},
+      .command = {"gnome-shell", "--x11"},
+      .files = {{settingsFile, gsettings(extensions)}},
+      .helpers = {{"/usr/libexec/gsd-xsettings"}},
+      .choosePicture =
+          "gsettings set org.gnome.desktop.background picture-uri \"file://$1\"; "
+          "gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
+          "org.freedesktop.DBus.Properties.Set org.gnome.Shell OverviewActive '<false>'",
+      .fileManager = {"nautilus"},
+      .menuKey = "super",
+      .theme =
+          "gsettings set org.gnome.desktop.interface color-scheme $([ \"$1\" ] && echo prefer-dark || echo default)"};
 }
 
 }  // namespace

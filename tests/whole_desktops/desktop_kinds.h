@@ -19,8 +19,9 @@ struct DesktopKind {
   std::vector<std::string> qtEditor = {"featherpad", "--standalone"};
   // The key that opens its start menu or overview.
   std::string menuKey = {};
-  // A shell's words that make the desktop dark for all programs; none where it has no such switch.
-  std::string darkTheme = {};
+  // A shell's words that make all programs dark where "$1" is "-dark", and light where it is empty; none where there is
+  // no such switch.
+  std::string theme = {};
 };
 
 const std::vector<DesktopKind>& desktopKinds();

@@ -7,6 +7,17 @@
 
 namespace hushpane::x11_tests {
 
+namespace {
+
+std::vector<std::string> serverFor(const DesktopWay& way) {
+  if (way.monitors == 1) return XServer::virtualScreen("1600x1000x24");
+  return {"Xorg",     "-config",       HUSHPANE_SOURCE_DIR "/tests/whole_desktops/two_monitors.conf",
+          "-logfile", "/tmp/Xorg.log", "-novtswitch",
+          "-sharevts"};
+}
+
+}  // namespace
+
 std::vector<DesktopWay> desktopWays() {
   std::vector<DesktopWay> ways;
   for (const DesktopKind& kind : desktopKinds()) {
@@ -18,14 +29,16 @@ std::vector<DesktopWay> desktopWays() {
 
 DesktopSession& DesktopSession::running(const DesktopWay& way) {
   static std::unique_ptr<DesktopSession> session;
-  if (!session || session->way_.name != way.name) {
+  static std::string tried;
+  if (std::exchange(tried, way.name) != way.name) {
     session.reset();
     session = std::make_unique<DesktopSession>(way);
   }
+  if (!session) throw std::runtime_error(way.name + " did not start before");
   return *session;
 }
 
-DesktopSession::DesktopSession(const DesktopWay& way) : Seat("1600x1000x24"), way_(way) {
+DesktopSession::DesktopSession(const DesktopWay& way) : Seat(serverFor(way)), way_(way) {
   writeFiles();
   for (const auto& [name, value] : kind().environment) environment()[name] = value;
   environment().insert({{"LIBGL_ALWAYS_SOFTWARE", "1"},
@@ -36,11 +49,18 @@ DesktopSession::DesktopSession(const DesktopWay& way) : Seat("1600x1000x24"), wa
                         {"USER", "person"},
                         {"LOGNAME", "person"}});
   if (monitors() == 2) {
-    runTool({"xrandr", "--setmonitor", "LEFT", "900/240x1000/270+0+0", "screen"});
-    runTool({"xrandr", "--setmonitor", "RIGHT", "700/190x1000/270+900+0", "none"});
+    addMonitor("DUMMY0", "900", "0");
+    addMonitor("DUMMY1", "700", "900");
   }
   startBus(SessionBus::Services::installed);
   start();
+}
+
+void DesktopSession::addMonitor(const std::string& output, const std::string& width, const std::string& left) const {
+  const std::string mode = width + "x1000";
+  runTool({"xrandr", "--newmode", mode, "60", width, "1000", "1010", "1020", "1000", "1001", "1004", "1010"});
+  runTool({"xrandr", "--addmode", output, mode});
+  runTool({"xrandr", "--fb", "1600x1000", "--output", output, "--mode", mode, "--pos", left + "x0"});
 }
 
 void DesktopSession::writeFiles() const {
@@ -82,6 +102,22 @@ std::vector<Rect> DesktopSession::bars() const {
   if (top > 0) found.push_back({0, 0, screen.width, top});
   if (bottom < screen.height) found.push_back({0, bottom, screen.width, screen.height - bottom});
   return found;
+}
+
+std::vector<Rect> DesktopSession::furniture() const {
+  std::vector<Rect> found = bars();
+  const xcb_atom_t dock = x().atom("_NET_WM_WINDOW_TYPE_DOCK");
+  for (const xcb_window_t window : x().managedWindows()) {
+    const auto types = x().numbers(window, "_NET_WM_WINDOW_TYPE");
+    if (!types.empty() && types.front() == dock) found.push_back(x().bounds(window));
+  }
+  return found;
+}
+
+void DesktopSession::clickSlowly(Point point) const {
+  runTool({"xdotool", "mousemove", std::to_string(int(point.x)), std::to_string(int(point.y))});
+  runTool({"xdotool", "mousedown", "1"});
+  runTool({"xdotool", "mouseup", "1"});
 }
 
 // A file of its own each time: desktops look at a new name only.

@@ -34,6 +34,10 @@ class DesktopSession : public Seat {
   int monitors() const { return way_.monitors; }
   // The parts of the screen that bars keep for themselves.
   std::vector<Rect> bars() const;
+  // The bars and whatever else stands on the desktop all the time.
+  std::vector<Rect> furniture() const;
+  // A click as people do it: the pointer is there for a moment.
+  void clickSlowly(Point point) const;
   // Changes the picture of the desktop to two colours.
   void choosePicture(Pixel upper, Pixel lower);
   bool showsPicture(Pixel upper, Pixel lower) const;
@@ -44,6 +48,7 @@ class DesktopSession : public Seat {
   void toWorkspace(std::uint32_t number);
 
  private:
+  void addMonitor(const std::string& output, const std::string& width, const std::string& left) const;
   void writeFiles() const;
   void start();
 

@@ -35,10 +35,9 @@ void FocusIn::switchesBy(const std::function<void(const Application&)>& bringFor
 void FocusIn::taskBar() {
   switchesBy([this](const Application& next) {
     std::vector<std::uint32_t> place;
-    ASSERT_TRUE(
-        waitUntil([&] { return (place = x().numbers(next.window(), "_NET_WM_ICON_GEOMETRY")).size() == 4; }, 3s))
-        << "no task bar";
-    session().click({place[0] + place[2] / 2.0, place[1] + place[3] / 2.0});
+    if (!waitUntil([&] { return (place = x().numbers(next.window(), "_NET_WM_ICON_GEOMETRY")).size() == 4; }, 3s))
+      throw std::runtime_error("no task bar shows " + next.name());
+    session().clickSlowly({place[0] + place[2] / 2.0, place[1] + place[3] / 2.0});
   });
   session().runTool({"xdotool", "mousemove", "800", "480"});
 }
@@ -124,7 +123,7 @@ TEST_P(FocusIn, EveryDesktop) {
     }
   });
   runCase("switch by click", [this] {
-    switchesBy([this](const Application& next) { session().click(next.title()); });
+    switchesBy([this](const Application& next) { session().clickSlowly(next.title()); });
     session().runTool({"xdotool", "mousemove", "800", "480"});
   });
   runCase("switch by request", [this] { switchesBy([this](const Application& next) { activate(next); }); });
@@ -139,7 +138,7 @@ TEST_P(FocusIn, EveryDesktop) {
   runCase("large window", [this] { largeWindow(applications().gtkEditor); });
   runCase("click on the desktop", [&] {
     activate(applications().files);
-    session().click({810, 720});
+    session().clickSlowly({810, 720});
     EXPECT_TRUE(seesClear({}));
     picture();
     activate(terminal);

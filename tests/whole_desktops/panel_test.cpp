@@ -9,6 +9,7 @@ class PanelIn : public WholeDesktop {
  protected:
   // Where on a bar the icon is, by what it shows in another mode.
   std::optional<Rect> findIcon();
+  std::vector<Picture> barsIn(const std::string& mode);
   void iconStandsOut();
   void opensBesideIcon();
   // Whether an open panel lies beside that place, on the screen, and on no bar.
@@ -27,27 +28,35 @@ class PanelIn : public WholeDesktop {
 };
 HUSHPANE_RUN_IN_ALL_DESKTOPS(PanelIn);
 
+// What the bars show in a mode, once they keep still.
+std::vector<Picture> PanelIn::barsIn(const std::string& mode) {
+  toMode(mode);
+  std::vector<Picture> last, now;
+  const auto isStill = [&] {
+    wait(400ms);
+    last = std::exchange(now, {});
+    for (const Rect& bar : session().bars()) now.push_back(x().capture(bar));
+    return now == last;
+  };
+  waitUntil(isStill, 4s);
+  return now;
+}
+
 std::optional<Rect> PanelIn::findIcon() {
   if (const auto frame = Tray::iconFrame(x())) return frame;
-  constexpr double largest = 64;
-  Rect found;
-  const auto look = [&] {
-    toMode("standard");
-    wait(700ms);
-    const Picture standard = settledPicture();
-    toMode("focus");
-    wait(700ms);
-    const Picture focus = settledPicture();
-    std::vector<Point> onBars;
-    for (const Point& point : changed(standard, focus))
-      for (const Rect& bar : session().bars())
-        if (bar.contains(point)) onBars.push_back(point);
-    found = boundsOf(onBars);
-    return found.width > 3 && found.width < largest;
-  };
-  const bool isFound = look() || look();  // a clock may have gone on
+  constexpr double smallest = 3, largest = 64;
+  std::optional<Rect> found;
+  for (int tries = 0; tries < 2 && !found; ++tries) {  // a clock may go on meanwhile
+    const auto standard = barsIn("standard"), focus = barsIn("focus");
+    for (std::size_t index = 0; index < standard.size(); ++index) {
+      Rect area = boundsOf(changed(standard[index], focus[index]));
+      if (area.width < smallest || area.width > largest) continue;
+      const Rect bar = session().bars()[index];
+      found = Rect{bar.x + area.x, bar.y + area.y, area.width, area.height};
+    }
+  }
   toMode("standard");
-  return isFound ? std::optional(found) : std::nullopt;
+  return found;
 }
 
 void PanelIn::iconStandsOut() {
@@ -74,12 +83,12 @@ void PanelIn::isBeside(const Rect& panel, const Rect& icon) {
 
 void PanelIn::opensBesideIcon() {
   ASSERT_TRUE(icon_) << "no icon to click";
-  session().click(center(*icon_));
+  session().clickSlowly(center(*icon_));
   ASSERT_TRUE(hasPanels(1));
   wait(500ms);
   isBeside(panels().front(), *icon_);
   picture();
-  session().click(center(*icon_));
+  session().clickSlowly(center(*icon_));
   EXPECT_TRUE(hasPanels(0)) << "after another click on the icon";
   keys("Escape");
   session().runTool({"xdotool", "mousemove", "800", "480"});
@@ -102,6 +111,9 @@ void PanelIn::key(const std::string& names, const std::string& mode) {
   activate(applications().terminal);
   keys(names);
   EXPECT_TRUE(waitUntil([&] { return session().sharedFile().value("hushpane.userMode") == mode; }, 2s)) << names;
+  // What came instead goes.
+  const xcb_window_t active = x().activeWindow();
+  if (active != applications().terminal.window()) session().request(active, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, 2});
 }
 
 // The bubble of the first launch.
@@ -133,8 +145,8 @@ double PanelIn::meanBrightness(const Rect& area) const {
 }
 
 void PanelIn::dark() {
-  if (session().kind().darkTheme.empty()) return;
-  session().shell(session().kind().darkTheme);
+  if (session().kind().theme.empty()) return;
+  session().shell(session().kind().theme, "-dark");
   wait(1500ms);
   runHushpane({});
   ASSERT_TRUE(hasPanels(1));
@@ -192,6 +204,7 @@ TEST_P(PanelIn, EveryDesktop) {
     startHushpane();
   });
   runCase("dark theme", [this] { dark(); });
+  session().shell(session().kind().theme);
 }
 
 }  // namespace

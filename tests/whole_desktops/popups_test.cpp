@@ -14,6 +14,7 @@ class PopupsIn : public WholeDesktop {
   void tooltip(const Application& editor);
   void notification();
   void startMenu();
+  void browser();
   // Opens the file dialog of an editor and waits for it.
   void openDialog(const Application& editor);
   void pointAt(Point point) const {
@@ -117,6 +118,24 @@ void PopupsIn::startMenu() {
   EXPECT_TRUE(seesClear({&applications().terminal}));
 }
 
+// Whose page is one large combo box.
+void PopupsIn::browser() {
+  const Application page(session(),
+                         {"chromium", "--no-sandbox", "--no-first-run", "--disable-gpu", "--password-store=basic",
+                          "--user-data-dir=" + (session().home() / "browser").string(),
+                          "--app=data:text/html,<select style='width:100%;height:300px;font-size:40px'><option>one"
+                          "<option>two<option>three</select>"},
+                         {620, 420, 420, 330});
+  activate(page);
+  const Pixel color = x().pixel(center(page.inside()));
+  EXPECT_TRUE(looks(around(DesktopSession::bareSpots[0]), balanced, "the bare desktop"));
+  EXPECT_TRUE(shows(center(page.inside()), color)) << "the page is covered";
+  staysClear([&] { session().clickSlowly(center(page.inside())); }, [&] { keys("Escape"); });
+  page.process().terminate();
+  activate(applications().terminal);
+  EXPECT_TRUE(seesClear({&applications().terminal}));
+}
+
 TEST_P(PopupsIn, EveryDesktop) {
   start();
   use("focus");
@@ -129,6 +148,7 @@ TEST_P(PopupsIn, EveryDesktop) {
   activate(applications().terminal);
   runCase("notification", [this] { notification(); });
   runCase("start menu", [this] { startMenu(); });
+  runCase("browser, combo box", [this] { browser(); });
 }
 
 }  // namespace

@@ -17,10 +17,6 @@ bool isIn(const std::vector<Rect>& areas, Point point) {
   return std::any_of(areas.begin(), areas.end(), [&](const Rect& area) { return area.contains(point); });
 }
 
-Rect around(Point spot) {
-  return {spot.x - 15, spot.y - 15, 30, 30};
-}
-
 }  // namespace
 
 WholeDesktop::WholeDesktop() : HushpaneRun(session()) {
@@ -38,12 +34,12 @@ void WholeDesktop::TearDown() {
 
 void WholeDesktop::runCase(const std::string& name, const std::function<void()>& body) {
   caseName_ = name;
-  hasFailurePicture_ = false;
+  hasPicture_ = hasFailurePicture_ = false;
   const auto impossible = whyImpossibleIn(GetParam().name, name);
   limit_ = impossible ? 1s : 5s;
   const bool works = judgeCase(name, impossible, [&] {
     body();
-    if (!impossible) picture();
+    if (!hasPicture_) picture();
   });
   if (works) return;
   failurePicture();
@@ -135,7 +131,7 @@ testing::AssertionResult WholeDesktop::showsDesktop(Pixel upper, Pixel lower,
   constexpr double blurReach = 90, icons = 170;
   std::vector<Rect> other{{0, 0, icons, DesktopSession::screen.height},
                           {0, DesktopSession::edge - blurReach, DesktopSession::screen.width, 2 * blurReach}};
-  for (const Rect& bar : session().bars()) other.push_back(grown(bar, 40));
+  for (const Rect& bar : session().furniture()) other.push_back(grown(bar, 40));
   for (const Application* application : among) other.push_back(grown(application->bounds(), blurReach));
   std::ostringstream wrong;
   const auto isRight = [&] {

@@ -20,7 +20,7 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
   // Runs a case and records how it went. One that the desktop makes impossible must fail.
   void runCase(const std::string& name, const std::function<void()>& body);
   // The picture of the running case.
-  void picture() const { shot(GetParam().name + "/" + caseName_); }
+  void picture() const { hasPicture_ = true, shot(GetParam().name + "/" + caseName_); }
 
   // --- what happens ---
   // Starts the program in standard mode, so that the screen as it was is known.
@@ -46,6 +46,7 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
   void staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels = 2000);
   // Places of the screen where these differ clearly.
   static std::vector<Point> changed(const Picture& before, const Picture& after);
+  static Rect around(Point spot) { return {spot.x - 15, spot.y - 15, 30, 30}; }
   static Rect boundsOf(const std::vector<Point>& points);
 
   // --- the program's windows ---
@@ -58,7 +59,7 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
   void failurePicture() const;
 
   std::string caseName_;
-  mutable bool hasFailurePicture_ = false;
+  mutable bool hasPicture_ = false, hasFailurePicture_ = false;
   milliseconds limit_ = 5s;
 };
 

@@ -23,8 +23,9 @@ Environment homeEnvironment(const std::filesystem::path& home) {
   return environment;
 }
 
-Seat::Seat(const std::string& screen) : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {
-  server_ = std::make_unique<XServer>(environment_, logs_, screen);
+Seat::Seat(std::vector<std::string> serverCommand)
+    : logs_(home_.path() / "logs"), environment_(homeEnvironment(home_.path())) {
+  server_ = std::make_unique<XServer>(environment_, logs_, std::move(serverCommand));
   environment_["DISPLAY"] = server_->display();
   x_ = std::make_unique<XConnection>(server_->display());
 }

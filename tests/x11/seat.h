@@ -16,7 +16,7 @@ Environment homeEnvironment(const std::filesystem::path& home);
 // Where one person sits: an X server and a home of their own, a session bus when asked for, a mouse and a keyboard.
 class Seat {
  public:
-  explicit Seat(const std::string& screen);  // "1920x1080x24"
+  explicit Seat(std::vector<std::string> serverCommand);
 
   // What programs at this seat get to know of it.
   Environment& environment() { return environment_; }

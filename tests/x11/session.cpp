@@ -4,7 +4,8 @@
 
 namespace hushpane::x11_tests {
 
-Session::Session(const WindowManagerKind& windowManager, Monitors monitors) : Seat("1920x1080x24") {
+Session::Session(const WindowManagerKind& windowManager, Monitors monitors)
+    : Seat(XServer::virtualScreen("1920x1080x24")) {
   if (windowManager.countsOutputs) runTool({"xrandr", "--output", "screen", "--off", "--fb", "1920x1080"});
   runTool({"xrandr", "--setmonitor", "LEFT", "1120/300x1080/290+0+0", windowManager.countsOutputs ? "none" : "screen"});
   if (monitors == Monitors::both) plugInRightMonitor();
