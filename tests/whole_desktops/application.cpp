@@ -57,7 +57,8 @@ Rect Application::inside() const {
 
 Point Application::title() const {
   const Rect all = bounds();
-  const bool drawsItself = session_.x().numbers(window_, "_GTK_FRAME_EXTENTS").size() == 4;
+  const XConnection& x = session_.x();
+  const bool drawsItself = x.bounds(x.frameOf(window_)).y > x.bounds(window_).y - 5;
   return {center(all).x, all.y + (drawsItself ? 5 : -12)};
 }
 

@@ -74,7 +74,8 @@ DesktopKind lxqt() {
   return {.name = "lxqt",
           .environment = {{"XDG_CURRENT_DESKTOP", "LXQt"}},
           .command = {"startlxqt"},
-          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"}},
+          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"},
+                    {"pcmanfm-qt/lxqt/settings.conf", "[Desktop]\nPerScreenWallpaper=true\n"}},
           .choosePicture = "pcmanfm-qt --set-wallpaper \"$1\" --wallpaper-mode stretch",
           .fileManager = {"pcmanfm-qt"},
           .menuKey = "alt+F1"};

@@ -72,6 +72,7 @@ void DesktopSession::writeFiles() const {
     std::ofstream(settings / name) << text;
   }
   std::filesystem::create_directories(home() / "Desktop");
+  std::filesystem::create_directory_symlink(settings, home() / ".config");  // some look nowhere else
   if (kind().name == "cinnamon") return;
   // Its screen saver offers itself to every desktop.
   const std::filesystem::path services = home() / "data/dbus-1/services";
@@ -97,10 +98,10 @@ void DesktopSession::start() {
 std::vector<Rect> DesktopSession::bars() const {
   const auto area = x().numbers(x().root(), "_NET_WORKAREA");
   if (area.size() < 4) return {};
-  const double top = area[1], bottom = area[1] + area[3];
+  const double top = area[1], bottom = area[1] + area[3], width = monitors() == 2 ? leftWidth : screen.width;
   std::vector<Rect> found;
-  if (top > 0) found.push_back({0, 0, screen.width, top});
-  if (bottom < screen.height) found.push_back({0, bottom, screen.width, screen.height - bottom});
+  if (top > 0) found.push_back({0, 0, width, top});
+  if (bottom < screen.height) found.push_back({0, bottom, width, screen.height - bottom});
   return found;
 }
 

@@ -32,7 +32,7 @@ class DesktopSession : public Seat {
 
   const DesktopKind& kind() const { return *way_.kind; }
   int monitors() const { return way_.monitors; }
-  // The parts of the screen that bars keep for themselves.
+  // The parts of the screen that bars keep for themselves, on the first monitor.
   std::vector<Rect> bars() const;
   // The bars and whatever else stands on the desktop all the time.
   std::vector<Rect> furniture() const;

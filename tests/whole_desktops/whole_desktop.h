@@ -41,6 +41,7 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
   testing::AssertionResult showsDesktop(Pixel upper, Pixel lower, const std::vector<const Application*>& among) const;
   // The colour of the desktop picture beneath the blur.
   static Pixel tinted(Pixel pixel);
+  static double meanBrightness(const Picture& picture);
   testing::AssertionResult barsAreClear() const;
   // Whether what comes with `open` lies above the covers: it looks the same when they go.
   void staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels = 2000);
