@@ -120,6 +120,7 @@ DesktopKind gnome(const std::string& name, const std::string& extensions) {
       .files = {{settingsFile, gsettings(extensions)}},
       .helpers = {{"/usr/libexec/gsd-xsettings"}},
       .choosePicture =
+          "gsettings set org.gnome.desktop.background picture-uri-dark \"file://$1\"; "
           "gsettings set org.gnome.desktop.background picture-uri \"file://$1\"; "
           "gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
           "org.freedesktop.DBus.Properties.Set org.gnome.Shell OverviewActive '<false>'",

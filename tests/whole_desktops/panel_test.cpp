@@ -14,6 +14,7 @@ class PanelIn : public WholeDesktop {
   void opensBesideIcon();
   // Whether an open panel lies beside that place, on the screen, and on no bar.
   void isBeside(const Rect& panel, const Rect& icon);
+  void isOnNoBar(const Rect& panel);
   void secondStart();
   void key(const std::string& names, const std::string& mode);
   void bubble();
@@ -70,14 +71,23 @@ void PanelIn::iconStandsOut() {
   EXPECT_GT(lightest - darkest, 3 * 70) << "it does not stand out";
 }
 
+// What people see of it, without its shadow.
+static Rect withoutShadow(const Rect& panel) {
+  constexpr double shadow = 36;
+  return {panel.x + shadow, panel.y + shadow, panel.width - 2 * shadow, panel.height - 2 * shadow};
+}
+
 void PanelIn::isBeside(const Rect& panel, const Rect& icon) {
-  constexpr double shadow = 45;
-  const Rect seen{panel.x + shadow, panel.y + shadow, panel.width - 2 * shadow, panel.height - 2 * shadow};
+  const Rect seen = withoutShadow(panel);
   EXPECT_LT(std::abs(center(panel).x - center(icon).x), panel.width) << "far from the icon";
   const double gap = std::min(std::abs(seen.y - icon.bottom()), std::abs(icon.y - seen.bottom()));
   EXPECT_LT(gap, 90) << "far from the icon";
+}
+
+void PanelIn::isOnNoBar(const Rect& panel) {
   for (const Rect& bar : session().bars())
-    EXPECT_LE(seen.intersection(bar).area(), 0) << "it lies on the bar at " << panel.x << ',' << panel.y;
+    EXPECT_LE(withoutShadow(panel).intersection(bar).area(), 0)
+        << "it lies on the bar at " << panel.x << ',' << panel.y;
 }
 
 void PanelIn::opensBesideIcon() {
@@ -86,6 +96,7 @@ void PanelIn::opensBesideIcon() {
   ASSERT_TRUE(hasPanels(1));
   wait(500ms);
   isBeside(panels().front(), *icon_);
+  isOnNoBar(panels().front());
   picture();
   session().clickSlowly(center(*icon_));
   EXPECT_TRUE(hasPanels(0)) << "after another click on the icon";
@@ -101,6 +112,7 @@ void PanelIn::secondStart() {
   EXPECT_GE(panel.x, -60);
   EXPECT_GE(panel.y, -60);
   EXPECT_LE(panel.right(), DesktopSession::screen.width + 60);
+  isOnNoBar(panel);
   picture();
   keys("Escape");
   EXPECT_TRUE(hasPanels(0));

@@ -74,6 +74,7 @@ void PopupsIn::focusDuringDialog() {
 
 void PopupsIn::contextMenu(const Application& editor) {
   activate(editor);
+  EXPECT_TRUE(seesClear({&editor}));
   staysClear(
       [&] {
         pointAt(center(editor.inside()));
@@ -86,6 +87,7 @@ void PopupsIn::contextMenu(const Application& editor) {
 // Of the button that opens files.
 void PopupsIn::tooltip(const Application& editor) {
   activate(editor);
+  EXPECT_TRUE(seesClear({&editor}));
   const Rect bounds = editor.bounds();
   staysClear(
       [&] {
@@ -122,6 +124,7 @@ void PopupsIn::startMenu() {
 void PopupsIn::browser() {
   const Application page(session(),
                          {"chromium", "--no-sandbox", "--no-first-run", "--disable-gpu", "--password-store=basic",
+                          "--test-type", "--window-size=420,330", "--window-position=620,420",
                           "--user-data-dir=" + (session().home() / "browser").string(),
                           "--app=data:text/html,<select style='width:100%;height:300px;font-size:40px'><option>one"
                           "<option>two<option>three</select>"},

@@ -111,7 +111,9 @@ testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, con
   if (waitUntil([&] { return (share = shareLike(area, alpha, tolerance)) >= enough; }, limit_))
     return testing::AssertionSuccess();
   failurePicture();
-  const Pixel seen = x().pixel(center(area)), before = untouched().at(int(center(area).x), int(center(area).y));
+  const Point middle = center(area);
+  if (!DesktopSession::screen.contains(middle)) return testing::AssertionFailure() << what << " is not on the screen";
+  const Pixel seen = x().pixel(middle), before = untouched().at(int(middle.x), int(middle.y));
   return testing::AssertionFailure() << what << " is not " << (alpha > 0 ? "covered" : "clear") << ": only "
                                      << int(share * 100) << " % are, in the middle is " << seen << " instead of "
                                      << dimmed(before, alpha);
@@ -214,6 +216,7 @@ void WholeDesktop::staysClear(const std::function<void()>& open, const std::func
   open();
   const auto isThere = [&] { return changed(before, x().capture()).size() >= std::size_t(fewestPixels); };
   EXPECT_TRUE(waitUntil(isThere, 8s)) << "nothing came";
+  wait(700ms);  // some draw it in steps
   const Picture covered = settledPicture();
   picture();
   const auto places = changed(before, covered);
