@@ -50,6 +50,8 @@ DesktopKind xfce() {
   return {.name = "xfce",
           .environment = {{"XDG_CURRENT_DESKTOP", "XFCE"}},
           .command = {"xfce4-session"},
+          .services = {{"org.cinnamon.ScreenSaver", "/bin/false"},
+                       {"org.freedesktop.Notifications", "/usr/lib/x86_64-linux-gnu/xfce4/notifyd/xfce4-notifyd"}},
           .choosePicture =
               "for monitor in screen DUMMY0 DUMMY1; do "
               "place=/backdrop/screen0/monitor$monitor/workspace0; "
@@ -64,6 +66,8 @@ DesktopKind mate() {
   return {.name = "mate",
           .environment = {{"XDG_CURRENT_DESKTOP", "MATE"}},
           .command = {"mate-session"},
+          .services = {{"org.cinnamon.ScreenSaver", "/bin/false"},
+                       {"org.freedesktop.Notifications", "/usr/lib/mate-notification-daemon/mate-notification-daemon"}},
           .choosePicture = "gsettings set org.mate.background picture-filename \"$1\"",
           .fileManager = {"caja", "--no-desktop"},
           .menuKey = "alt+F1",
@@ -74,9 +78,8 @@ DesktopKind lxqt() {
   return {.name = "lxqt",
           .environment = {{"XDG_CURRENT_DESKTOP", "LXQt"}},
           .command = {"startlxqt"},
-          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"},
-                    {"pcmanfm-qt/lxqt/settings.conf", "[Desktop]\nPerScreenWallpaper=true\n"}},
-          .choosePicture = "pcmanfm-qt --set-wallpaper \"$1\" --wallpaper-mode stretch",
+          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"}},
+          .choosePicture = "pcmanfm-qt --set-wallpaper \"$1\" --wallpaper-mode tile",
           .fileManager = {"pcmanfm-qt"},
           .menuKey = "alt+F1"};
 }
@@ -95,6 +98,7 @@ DesktopKind plasma() {
                     {"startkderc", "[General]\nsystemdBoot=false\n"},
                     {"ksmserverrc", "[General]\nloginMode=emptySession\n"}},
           .choosePicture = "plasma-apply-wallpaperimage \"$1\"",
+          .forgetPicture = "sed -i /^Image=/d \"$XDG_CONFIG_HOME/plasma-org.kde.plasma.desktop-appletsrc\"",
           .fileManager = {"dolphin"},
           .qtEditor = {"kate", "-n"},
           .menuKey = "alt+F1",
@@ -105,6 +109,7 @@ DesktopKind cinnamon() {
   return {.name = "cinnamon",
           .environment = {{"XDG_CURRENT_DESKTOP", "X-Cinnamon"}},
           .command = {"cinnamon-session", "--session", "cinnamon"},
+          .services = {},
           .choosePicture = "gsettings set org.cinnamon.desktop.background picture-uri \"file://$1\"",
           .fileManager = {"nemo"},
           .menuKey = "super",

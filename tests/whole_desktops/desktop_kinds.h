@@ -11,10 +11,15 @@ struct DesktopKind {
   Environment environment;
   std::vector<std::string> command;
   std::map<std::filesystem::path, std::string> files = {};  // below the folder of settings
+  // Who serves a name of the session bus, where several desktops offer a program.
+  std::map<std::string, std::string> services = {{"org.cinnamon.ScreenSaver", "/bin/false"}};
   // What runs beside, where the session's own manager would start it.
   std::vector<std::vector<std::string>> helpers = {};
   // A shell's words that make "$1" the picture of the desktop, and bring it in sight; harmless when repeated.
   std::string choosePicture;
+  // A shell's words after which the settings name no picture, as before anybody chose one, though one shows. None where
+  // they always name one.
+  std::string forgetPicture = {};
   std::vector<std::string> fileManager;
   std::vector<std::string> qtEditor = {"featherpad", "--standalone"};
   // The key that opens its start menu or overview.

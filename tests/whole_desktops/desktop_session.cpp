@@ -73,12 +73,10 @@ void DesktopSession::writeFiles() const {
   }
   std::filesystem::create_directories(home() / "Desktop");
   std::filesystem::create_directory_symlink(settings, home() / ".config");  // some look nowhere else
-  if (kind().name == "cinnamon") return;
-  // Its screen saver offers itself to every desktop.
   const std::filesystem::path services = home() / "data/dbus-1/services";
   std::filesystem::create_directories(services);
-  std::ofstream(services / "org.cinnamon.ScreenSaver.service")
-      << "[D-BUS Service]\nName=org.cinnamon.ScreenSaver\nExec=/bin/false\n";
+  for (const auto& [name, program] : kind().services)
+    std::ofstream(services / (name + ".service")) << "[D-BUS Service]\nName=" << name << "\nExec=" << program << '\n';
 }
 
 void DesktopSession::start() {

@@ -45,18 +45,18 @@ std::vector<Picture> PanelIn::barsIn(const std::string& mode) {
 std::optional<Rect> PanelIn::findIcon() {
   if (const auto frame = Tray::iconFrame(x())) return frame;
   constexpr double smallest = 3, largest = 64;
-  std::optional<Rect> found;
-  for (int tries = 0; tries < 2 && !found; ++tries) {  // a clock may go on meanwhile
-    const auto standard = barsIn("standard"), focus = barsIn("focus");
-    for (std::size_t index = 0; index < standard.size(); ++index) {
-      Rect area = boundsOf(changed(standard[index], focus[index]));
-      if (area.width < smallest || area.width > largest) continue;
-      const Rect bar = session().bars()[index];
-      found = Rect{bar.x + area.x, bar.y + area.y, area.width, area.height};
-    }
+  constexpr int clearly = 30;
+  const auto standard = barsIn("standard"), focus = barsIn("focus"), again = barsIn("standard");
+  for (std::size_t index = 0; index < standard.size(); ++index) {
+    std::vector<Point> icon = changed(standard[index], focus[index]);
+    std::erase_if(icon, [&](Point at) {  // a clock goes on meanwhile
+      return !isNear(standard[index].at(int(at.x), int(at.y)), again[index].at(int(at.x), int(at.y)), clearly);
+    });
+    const Rect area = boundsOf(icon), bar = session().bars()[index];
+    if (area.width > smallest && area.width < largest)
+      return Rect{bar.x + area.x, bar.y + area.y, area.width, area.height};
   }
-  toMode("standard");
-  return found;
+  return std::nullopt;
 }
 
 void PanelIn::iconStandsOut() {
