@@ -19,7 +19,6 @@ class CleanDesktopIn : public WholeDesktop {
   void gradient();
   void ownPicture();
   void pictureChanges();
-  void neverChosen();
 };
 HUSHPANE_RUN_IN_ALL_DESKTOPS(CleanDesktopIn);
 
@@ -54,24 +53,6 @@ void CleanDesktopIn::pictureChanges() {
   picture();
   session().choosePicture(upper, lower);
   EXPECT_TRUE(isBlurred(applications().all()));
-}
-
-// The picture that desktops bring along is green and blue; the hue without any is a violet.
-void CleanDesktopIn::neverChosen() {
-  if (session().kind().forgetPicture.empty()) return;
-  stopHushpane();
-  session().shell(session().kind().forgetPicture);
-  startHushpane();
-  use("cleanDesktop", "blur", {{"hushpane.ambientGradientEnabled", xml(true)}});
-  wait(1500ms);
-  int red = 0, green = 0;
-  for (const Point spot : DesktopSession::bareSpots) {
-    red += x().pixel(spot).red();
-    green += x().pixel(spot).green();
-  }
-  EXPECT_GT(green, red) << "it has the hue of no picture";
-  picture();
-  session().choosePicture(upper, lower);
 }
 
 TEST_P(CleanDesktopIn, EveryDesktop) {
@@ -112,7 +93,6 @@ TEST_P(CleanDesktopIn, EveryDesktop) {
     everythingBack();
     EXPECT_TRUE(isBlurred(all));
   });
-  runCase("gradient, picture never chosen", [this] { neverChosen(); });
 }
 
 }  // namespace

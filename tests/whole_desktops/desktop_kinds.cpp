@@ -98,7 +98,6 @@ DesktopKind plasma() {
                     {"startkderc", "[General]\nsystemdBoot=false\n"},
                     {"ksmserverrc", "[General]\nloginMode=emptySession\n"}},
           .choosePicture = "plasma-apply-wallpaperimage \"$1\"",
-          .forgetPicture = "sed -i /^Image=/d \"$XDG_CONFIG_HOME/plasma-org.kde.plasma.desktop-appletsrc\"",
           .fileManager = {"dolphin"},
           .qtEditor = {"kate", "-n"},
           .menuKey = "alt+F1",

@@ -17,9 +17,6 @@ struct DesktopKind {
   std::vector<std::vector<std::string>> helpers = {};
   // A shell's words that make "$1" the picture of the desktop, and bring it in sight; harmless when repeated.
   std::string choosePicture;
-  // A shell's words after which the settings name no picture, as before anybody chose one, though one shows. None where
-  // they always name one.
-  std::string forgetPicture = {};
   std::vector<std::string> fileManager;
   std::vector<std::string> qtEditor = {"featherpad", "--standalone"};
   // The key that opens its start menu or overview.
