@@ -10,6 +10,7 @@ constexpr const char* hidesOrdinary =
 
 constexpr Impossible list[]{
     {"plasma*", "*, show desktop", hidesOrdinary},
+    {"gnome*", "*, show desktop", hidesOrdinary},
     {"cinnamon*", "*, show desktop", hidesOrdinary},
     {"gnome*", "switch by task bar", "GNOME has no list of windows."},
     {"gnome-plain*", "icon", "GNOME shows icons of programs only with an extension."},

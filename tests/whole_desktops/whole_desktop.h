@@ -33,8 +33,8 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
 
   // --- what people see ---
   // How much of the area looks as it was before the start beneath black of that alpha, from 0 to 1.
-  double shareLike(const Rect& area, double alpha, int tolerance = 4) const;
-  testing::AssertionResult looks(const Rect& area, double alpha, const std::string& what, int tolerance = 4) const;
+  double shareLike(const Rect& area, double alpha, int tolerance = 12) const;
+  testing::AssertionResult looks(const Rect& area, double alpha, const std::string& what, int tolerance = 12) const;
   // Whether these applications come to be clear, and the others and the bare desktop covered.
   testing::AssertionResult seesClear(const std::vector<const Application*>& clear) const;
   // Whether the desktop comes to show these colours, wherever neither these windows nor bars nor icons are.
