@@ -34,6 +34,7 @@ desktop-effects-workspace=false
 desktop-effects-on-menus=false
 desktop-effects-on-dialogs=false
 [org/cinnamon/desktop/interface]
+icon-theme='Adwaita'
 cursor-blink=false
 [org/cinnamon/desktop/background]
 picture-options='stretched'

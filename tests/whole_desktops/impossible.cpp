@@ -13,6 +13,9 @@ constexpr Impossible list[]{
     {"gnome*", "*, show desktop", hidesOrdinary},
     {"cinnamon*", "*, show desktop", hidesOrdinary},
     {"gnome*", "switch by task bar", "GNOME has no list of windows."},
+    {"cinnamon*", "switch by task bar",
+     "Cinnamon's list of windows does not tell where it shows one, so that the suite finds nothing to click."},
+    {"gnome-plain*", "panel by its icon", "GNOME shows icons of programs only with an extension."},
     {"gnome-plain*", "icon", "GNOME shows icons of programs only with an extension."},
     {"xfce*", "focus by its keys", "Xfce has given Control-Alt-F to its file manager."},
 };
