@@ -51,6 +51,7 @@ DesktopSession::DesktopSession(const DesktopWay& way) : Seat(serverFor(way)), wa
   if (monitors() == 2) {
     addMonitor("DUMMY0", "900", "0");
     addMonitor("DUMMY1", "700", "900");
+    runTool({"xrandr", "--output", "DUMMY0", "--primary"});
   }
   startBus(SessionBus::Services::installed);
   start();

@@ -214,6 +214,27 @@ Rect WholeDesktop::boundsOf(const std::vector<Point>& points) {
   return {left, top, right - left, bottom - top};
 }
 
+// What is nearer to the uncovered picture than to the covered one.
+testing::AssertionResult WholeDesktop::isClearIn(const Picture& seen, const Picture& bare,
+                                                 const std::vector<Point>& places) {
+  std::size_t clear = 0;
+  for (const Point& place : places) {
+    const Pixel now = seen.at(int(place.x), int(place.y)), before = bare.at(int(place.x), int(place.y));
+    clear += distance(now, before) <= distance(now, dimmed(before, balanced));
+  }
+  constexpr double mostOf = 0.75;  // some are translucent, and so are shadows
+  if (double(clear) >= mostOf * double(places.size())) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << clear << " of " << places.size() << " pixels are clear";
+}
+
+std::vector<Point> WholeDesktop::pointsOf(const Rect& area) {
+  const Rect shown = area.intersection(DesktopSession::screen);
+  std::vector<Point> points;
+  for (double row = shown.y; row < shown.bottom(); ++row)
+    for (double column = shown.x; column < shown.right(); ++column) points.push_back({column, row});
+  return points;
+}
+
 void WholeDesktop::staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels) {
   EXPECT_TRUE(looks(around(DesktopSession::bareSpots[0]), balanced, "the bare desktop"));
   const Picture before = settledPicture();
@@ -227,13 +248,7 @@ void WholeDesktop::staysClear(const std::function<void()>& open, const std::func
   toMode("standard");
   wait(300ms);
   const Picture bare = settledPicture();
-  std::size_t alike = 0;
-  for (const Point& place : places) {
-    const Pixel seen = covered.at(int(place.x), int(place.y)), clear = bare.at(int(place.x), int(place.y));
-    alike += distance(seen, clear) <= distance(seen, dimmed(clear, balanced));
-  }
-  constexpr double mostOf = 0.75;  // some are translucent, and so are shadows
-  EXPECT_GE(double(alike), mostOf * double(places.size())) << "it lies beneath the cover";
+  EXPECT_TRUE(isClearIn(covered, bare, places));
   close();
   waitUntil([&] { return changed(before, x().capture()).size() < std::size_t(fewestPixels); }, 2s);
   toMode("focus");

@@ -45,6 +45,9 @@ class WholeDesktop : public testing::TestWithParam<DesktopWay>, protected Hushpa
   testing::AssertionResult barsAreClear() const;
   // Whether what comes with `open` lies above the covers: it looks the same when they go.
   void staysClear(const std::function<void()>& open, const std::function<void()>& close, int fewestPixels = 2000);
+  // Whether most of these places are not dimmed.
+  static testing::AssertionResult isClearIn(const Picture& seen, const Picture& bare, const std::vector<Point>& places);
+  static std::vector<Point> pointsOf(const Rect& area);
   // Places of the screen where these differ clearly.
   static std::vector<Point> changed(const Picture& before, const Picture& after);
   static Rect around(Point spot) { return {spot.x - 15, spot.y - 15, 30, 30}; }
