@@ -39,7 +39,9 @@ Application::Application(DesktopSession& session, const std::vector<std::string>
     return !isNear(seen, DesktopSession::upperColor, 20) && !isNear(seen, DesktopSession::lowerColor, 20) &&
            seen.brightness() > 0;
   };
-  if (!waitUntil(isDrawn, 20s)) throw std::runtime_error(name_ + " stays empty: " + process_.errors());
+  if (waitUntil(isDrawn, 15s)) return;
+  session.choosePicture(DesktopSession::upperColor, DesktopSession::lowerColor);  // an overview may be in front
+  if (!waitUntil(isDrawn, 15s)) throw std::runtime_error(name_ + " stays empty: " + process_.errors());
 }
 
 Rect Application::bounds() const {
@@ -90,6 +92,7 @@ Applications& Applications::running(DesktopSession& session) {
                                 {980, 80, 484, 316}),
         .files = Application(session, fileManager, {980, 520, 420, 330})});
   }
+  if (!open) throw std::runtime_error("the programs did not start before");
   return *open;
 }
 

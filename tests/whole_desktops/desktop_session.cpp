@@ -10,7 +10,7 @@ namespace hushpane::x11_tests {
 namespace {
 
 std::vector<std::string> serverFor(const DesktopWay& way) {
-  if (way.monitors == 1) return XServer::virtualScreen("1600x1000x24");
+  if (way.monitors == 1 || way.kind->arrangesOutputs) return XServer::virtualScreen("1600x1000x24");
   return {"Xorg",     "-config",       HUSHPANE_SOURCE_DIR "/tests/whole_desktops/two_monitors.conf",
           "-logfile", "/tmp/Xorg.log", "-novtswitch",
           "-sharevts"};
@@ -48,7 +48,10 @@ DesktopSession::DesktopSession(const DesktopWay& way) : Seat(serverFor(way)), wa
                         {"SHELL", "/bin/sh"},
                         {"USER", "person"},
                         {"LOGNAME", "person"}});
-  if (monitors() == 2) {
+  if (monitors() == 2 && kind().arrangesOutputs) {
+    runTool({"xrandr", "--setmonitor", "LEFT", "900/240x1000/270+0+0", "screen"});
+    runTool({"xrandr", "--setmonitor", "RIGHT", "700/190x1000/270+900+0", "none"});
+  } else if (monitors() == 2) {
     addMonitor("DUMMY0", "900", "0");
     addMonitor("DUMMY1", "700", "900");
     runTool({"xrandr", "--output", "DUMMY0", "--primary"});
@@ -97,7 +100,8 @@ void DesktopSession::start() {
 std::vector<Rect> DesktopSession::bars() const {
   const auto area = x().numbers(x().root(), "_NET_WORKAREA");
   if (area.size() < 4) return {};
-  const double top = area[1], bottom = area[1] + area[3], width = monitors() == 2 ? leftWidth : screen.width;
+  const double top = area[1], bottom = area[1] + area[3],
+               width = monitors() == 2 && !kind().arrangesOutputs ? leftWidth : screen.width;
   std::vector<Rect> found;
   if (top > 0) found.push_back({0, 0, width, top});
   if (bottom < screen.height) found.push_back({0, bottom, width, screen.height - bottom});
