@@ -110,6 +110,7 @@ DesktopKind cinnamon() {
           .environment = {{"XDG_CURRENT_DESKTOP", "X-Cinnamon"}},
           .command = {"cinnamon-session", "--session", "cinnamon"},
           .services = {},
+          .arrangesOutputs = true,
           .choosePicture = "gsettings set org.cinnamon.desktop.background picture-uri \"file://$1\"",
           .fileManager = {"nemo"},
           .menuKey = "super",
@@ -124,6 +125,7 @@ DesktopKind gnome(const std::string& name, const std::string& extensions) {
       .command = {"gnome-shell", "--x11"},
       .files = {{settingsFile, gsettings(extensions)}},
       .helpers = {{"/usr/libexec/gsd-xsettings"}},
+      .arrangesOutputs = true,
       .choosePicture =
           "gsettings set org.gnome.desktop.background picture-uri-dark \"file://$1\"; "
           "gsettings set org.gnome.desktop.background picture-uri \"file://$1\"; "
