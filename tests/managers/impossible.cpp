@@ -1,15 +1,9 @@
 #include "tests/managers/impossible.h"
 
-#include <fnmatch.h>
+#include "tests/x11/judge_case.h"
 
 namespace hushpane::x11_tests {
 namespace {
-
-struct Impossible {
-  const char* combinations;  // a shell pattern
-  const char* testCase;      // the same
-  const char* reason;
-};
 
 constexpr const char* hidesOrdinary =
     "It hides all ordinary windows, and the cover is one of them: all others it keeps on top.";
@@ -46,10 +40,7 @@ constexpr Impossible list[]{
 }  // namespace
 
 std::optional<std::string> whyImpossible(const std::string& combination, const std::string& testCase) {
-  for (const Impossible& entry : list)
-    if (fnmatch(entry.testCase, testCase.c_str(), 0) == 0 && fnmatch(entry.combinations, combination.c_str(), 0) == 0)
-      return entry.reason;
-  return std::nullopt;
+  return reasonOf(list, combination, testCase);
 }
 
 }  // namespace hushpane::x11_tests

@@ -1,13 +1,11 @@
 #include "tests/managers/managed_desktop.h"
 
-#include <gtest/gtest-spi.h>
 #include <xcb/damage.h>
-#include <xcb/res.h>
 
 #include <algorithm>
-#include <iostream>
 
 #include "tests/managers/impossible.h"
+#include "tests/x11/judge_case.h"
 #include "tests/x11/root_picture.h"
 
 namespace hushpane::x11_tests {
@@ -43,30 +41,9 @@ void ManagedDesktop::runCase(const std::string& name, const std::function<void()
   caseName_ = name;
   const auto impossible = whyImpossible(combination().name, name);
   limit_ = impossible ? 500ms : 4000ms;
-  const auto begin = Clock::now();
-  testing::TestPartResultArray parts;
-  {
-    const testing::ScopedFakeTestPartResultReporter reporter(
-        testing::ScopedFakeTestPartResultReporter::INTERCEPT_ONLY_CURRENT_THREAD, &parts);
-    try {
-      body();
-    } catch (const std::exception& failure) {
-      ADD_FAILURE() << failure.what();
-    }
-  }
-  bool hasFailed = false;
-  for (int index = 0; index < parts.size(); ++index) {
-    const auto& part = parts.GetTestPartResult(index);
-    if (!part.failed()) continue;
-    if (!impossible) ADD_FAILURE_AT(part.file_name(), part.line_number()) << name << ": " << part.message();
-    hasFailed = true;
-  }
-  if (impossible && !hasFailed) ADD_FAILURE() << name << " works now: take it off the list of what is impossible";
-  if (hasFailed) shot(combination().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
-  const std::string result = !hasFailed ? "works" : impossible ? "impossible: " + *impossible : "fails";
-  RecordProperty("case " + name, result);
-  std::cout << "  " << name << ": " << result << ", " << (Clock::now() - begin) / 1ms << " ms\n";
-  if (hasFailed) restore();
+  if (judgeCase(name, impossible, body)) return;
+  shot(combination().name + "/" + name + (impossible ? " (impossible)" : " (failed)"));
+  restore();
 }
 
 // After a failure the next case begins as if nothing had happened, as far as that is possible.
@@ -98,20 +75,6 @@ void ManagedDesktop::toWorkspace(int number) const {
   if (command.empty()) return request(x().root(), "_NET_CURRENT_DESKTOP", {std::uint32_t(number), XCB_CURRENT_TIME});
   command.push_back(number == 0 ? "1" : "3");
   runTool(command);
-}
-
-void ManagedDesktop::minimise(xcb_window_t window) const {
-  constexpr std::uint32_t iconicState = 3;  // ICCCM 4.1.4
-  request(window, "WM_CHANGE_STATE", {iconicState});
-}
-
-void ManagedDesktop::setState(xcb_window_t window, bool isOn, const std::string& first,
-                              const std::string& second) const {
-  const auto state = [&](const std::string& name) {
-    return name.empty() ? xcb_atom_t{XCB_ATOM_NONE} : x().atom("_NET_WM_STATE_" + name);
-  };
-  constexpr std::uint32_t fromApplication = 1;
-  request(window, "_NET_WM_STATE", {isOn, state(first), state(second), fromApplication});
 }
 
 std::unique_ptr<ClientWindow> ManagedDesktop::openFront(const ClientWindow::Look& look) const {
@@ -178,28 +141,7 @@ testing::AssertionResult ManagedDesktop::isCoveredBut(const std::vector<const Te
 // --- the program's windows ---
 
 std::vector<xcb_window_t> ManagedDesktop::covers() const {
-  xcb_res_client_id_spec_t everyone{XCB_NONE, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
-  std::vector<xcb_window_t> found;
-  const auto ids =
-      own(xcb_res_query_client_ids_reply(x().get(), xcb_res_query_client_ids(x().get(), 1, &everyone), nullptr));
-  const auto isOurs = [&](xcb_window_t window) {
-    const std::uint32_t base = window & ~xcb_get_setup(x().get())->resource_id_mask;
-    for (auto id = xcb_res_query_client_ids_ids_iterator(ids.get()); id.rem; xcb_res_client_id_value_next(&id))
-      if (id.data->spec.client == base) return pid_t(*xcb_res_client_id_value_value(id.data)) == hushpanePid();
-    return false;
-  };
-  const std::function<void(xcb_window_t, int)> search = [&](xcb_window_t parent, int depth) {
-    for (const xcb_window_t child : x().children(parent)) {
-      const Rect bounds = x().bounds(child);
-      if (isOurs(child) && bounds.width >= rightMonitor.width && bounds.height >= rightMonitor.height) {
-        found.push_back(child);
-      } else if (depth > 1) {
-        search(child, depth - 1);
-      }
-    }
-  };
-  search(x().root(), 4);
-  return found;
+  return windowsFrom(rightMonitor.width, rightMonitor.height);
 }
 
 testing::AssertionResult ManagedDesktop::coversStayInTheBackground() const {
@@ -217,17 +159,6 @@ testing::AssertionResult ManagedDesktop::coversStayInTheBackground() const {
         return testing::AssertionFailure() << "a cover is listed without " << state;
   }
   return testing::AssertionSuccess();
-}
-
-int ManagedDesktop::wakeUpsPerSecond() {
-  const auto count = [this] {
-    const std::string status = contents("/proc/" + std::to_string(hushpanePid()) + "/status");
-    const std::string name = "\nvoluntary_ctxt_switches:";
-    return std::stoi(status.substr(status.find(name) + name.size()));
-  };
-  const int before = count();
-  wait(1s);
-  return count() - before;
 }
 
 int ManagedDesktop::redrawsPerSecond() const {

@@ -33,9 +33,6 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   // --- what happens ---
   void start(const std::string& mode, SettingsValues more = {});
   void toWorkspace(int number) const;  // 0 or 1
-  void minimise(xcb_window_t window) const;
-  void setState(xcb_window_t window, bool isOn, const std::string& first, const std::string& second = {}) const;
-  void showDesktop(bool isOn) const { request(x().root(), "_NET_SHOWING_DESKTOP", {isOn}); }
   // Has a compositor draw the whole screen; some draw the desktop only where something was.
   void drawOnce() const;
   // A window of this application, in front.
@@ -60,8 +57,7 @@ class ManagedDesktop : public Desktop, public testing::WithParamInterface<Combin
   // The program's windows that are as large as a monitor.
   std::vector<xcb_window_t> covers() const;
   testing::AssertionResult coversStayInTheBackground() const;
-  // How often the program's main thread wakes up, and the covers are drawn anew, while nothing happens.
-  int wakeUpsPerSecond();
+  // How often the covers are drawn anew while nothing happens.
   int redrawsPerSecond() const;
 
  private:

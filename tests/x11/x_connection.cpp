@@ -1,5 +1,7 @@
 #include "tests/x11/x_connection.h"
 
+#include <xcb/res.h>
+
 #include <algorithm>
 #include <cstring>
 #include <functional>
@@ -82,6 +84,14 @@ xcb_window_t XConnection::frameOf(xcb_window_t window) const {
     if (tree->parent == root() || tree->parent == XCB_NONE) return window;
     window = tree->parent;
   }
+}
+
+pid_t XConnection::processOf(xcb_window_t window) const {
+  xcb_res_client_id_spec_t maker{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+  const auto reply = own(xcb_res_query_client_ids_reply(get(), xcb_res_query_client_ids(get(), 1, &maker), nullptr));
+  if (!reply) return 0;
+  const auto id = xcb_res_query_client_ids_ids_iterator(reply.get());
+  return id.rem ? static_cast<pid_t>(*xcb_res_client_id_value_value(id.data)) : 0;
 }
 
 Rect XConnection::bounds(xcb_window_t window) const {

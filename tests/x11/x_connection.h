@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sys/types.h>
 #include <xcb/xcb.h>
 
 #include <cstdint>
@@ -65,6 +66,8 @@ class XConnection {
   xcb_window_t windowTitled(const std::string& title) const;
   // The child of the root that holds the window: its frame.
   xcb_window_t frameOf(xcb_window_t window) const;
+  // The process that made the window, 0 when the server cannot tell.
+  pid_t processOf(xcb_window_t window) const;
   // In coordinates of the root.
   Rect bounds(xcb_window_t window) const;
   void setBounds(xcb_window_t window, const Rect& bounds) const;
