@@ -64,7 +64,7 @@ void introduceToManager(Connection& connection, xcb_window_t window, const Pixel
 
 PixelRect managedBounds(Connection& connection, const PixelRect& bounds) {
   auto managed = bounds;
-  if (bounds == rootBounds(connection)) ++managed.height;
+  managed.height = std::max(bounds.height, rootBounds(connection).height) + 1;
   return managed;
 }
 

@@ -18,9 +18,10 @@ void introduceOwnWindow(Connection& connection, xcb_window_t window, std::string
 // without a frame that anybody sees, and beneath all others or not (ICCCM 4.1.2, EWMH).
 void introduceToManager(Connection& connection, xcb_window_t window, const PixelRect& bounds, bool isBeneath);
 
-// What an overlay has in the hands of a window manager. Some take a window without a frame that is just as large as all
-// displays together for one of full screen and put their bars away; one that reaches a pixel beyond is none. Waits for
-// the server.
+// What an overlay has in the hands of a window manager, of which its shape leaves the display. Some take a window
+// without a frame that is just as large as the screen for one of full screen and put their bars away, and move one that
+// does not fit beside the bars of its display to another display where it does; one that is higher than all is left
+// alone. Waits for the server.
 PixelRect managedBounds(Connection& connection, const PixelRect& bounds);
 
 // A compositor must not paint other windows past a large one.
