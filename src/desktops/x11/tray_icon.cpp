@@ -72,7 +72,9 @@ std::optional<platform::Rect> TrayIcon::frame() const {
   auto* const server = connection_.get();
   const Reply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
       server, xcb_translate_coordinates(server, window_.get(), connection_.root(), 0, 0), nullptr));
-  if (!reply) return std::nullopt;
+  // A tray that is still to put it somewhere may keep it in the corner of the root, where no bar leaves its place.
+  const bool isPlaced = reply && (reply->dst_x != 0 || reply->dst_y != 0);
+  if (!isPlaced) return std::nullopt;
   return services_.screens.toPoints({reply->dst_x, reply->dst_y, width_, height_});
 }
 
