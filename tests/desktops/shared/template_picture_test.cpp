@@ -16,7 +16,7 @@ double luminance(double channel) {
 }
 
 double contrast(double left, double right) {
-  const auto [dark, light] = std::minmax(luminance(left), luminance(right));
+  const auto [dark, light] = std::minmax({luminance(left), luminance(right)});
   return (light + 0.05) / (dark + 0.05);
 }
 
