@@ -84,7 +84,7 @@ Applications& Applications::running(DesktopSession& session) {
   static std::unique_ptr<Applications> open;
   if (std::exchange(owner, &session) != &session) {
     auto fileManager = session.kind().fileManager;
-    fileManager.push_back(session.home());
+    fileManager.push_back(session.home() / "files");
     open.reset(new Applications{
         .gtkEditor = Application(session, {"gedit", "--standalone"}, {180, 70, 420, 330}),
         .qtEditor = Application(session, session.kind().qtEditor, {180, 520, 420, 330}),

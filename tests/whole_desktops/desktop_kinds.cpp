@@ -79,8 +79,9 @@ DesktopKind lxqt() {
   return {.name = "lxqt",
           .environment = {{"XDG_CURRENT_DESKTOP", "LXQt"}},
           .command = {"startlxqt"},
-          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"}},
-          .choosePicture = "pcmanfm-qt --set-wallpaper \"$1\" --wallpaper-mode tile",
+          .files = {{"lxqt/session.conf", "[General]\nwindow_manager=openbox\n"},
+                    {"pcmanfm-qt/lxqt/settings.conf", "[Desktop]\nPerScreenWallpaper=true\n"}},
+          .choosePicture = "pcmanfm-qt --set-wallpaper \"$1\" --wallpaper-mode stretch",
           .fileManager = {"pcmanfm-qt"},
           .menuKey = "alt+F1"};
 }
@@ -110,14 +111,13 @@ DesktopKind cinnamon() {
           .environment = {{"XDG_CURRENT_DESKTOP", "X-Cinnamon"}},
           .command = {"cinnamon-session", "--session", "cinnamon"},
           .services = {},
-          .arrangesOutputs = true,
           .choosePicture = "gsettings set org.cinnamon.desktop.background picture-uri \"file://$1\"",
           .fileManager = {"nemo"},
           .menuKey = "super",
           .theme = "gsettings set org.cinnamon.desktop.interface gtk-theme Adwaita$1"};
 }
 
-// The shell by itself, which begins with its overview.
+// The shell by itself, which begins with its overview and is not to be disturbed before that is there.
 DesktopKind gnome(const std::string& name, const std::string& extensions) {
   return {
       .name = name,
@@ -125,12 +125,12 @@ DesktopKind gnome(const std::string& name, const std::string& extensions) {
       .command = {"gnome-shell", "--x11"},
       .files = {{settingsFile, gsettings(extensions)}},
       .helpers = {{"/usr/libexec/gsd-xsettings"}},
-      .arrangesOutputs = true,
       .choosePicture =
           "gsettings set org.gnome.desktop.background picture-uri-dark \"file://$1\"; "
           "gsettings set org.gnome.desktop.background picture-uri \"file://$1\"; "
-          "gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
-          "org.freedesktop.DBus.Properties.Set org.gnome.Shell OverviewActive '<false>'",
+          "overview() { gdbus call --session --dest org.gnome.Shell --object-path /org/gnome/Shell --method "
+          "org.freedesktop.DBus.Properties.$1 org.gnome.Shell OverviewActive $2; }; "
+          "case $(overview Get) in *true*) sleep 1; overview Set '<false>' ;; esac",
       .fileManager = {"nautilus"},
       .menuKey = "super",
       .theme =

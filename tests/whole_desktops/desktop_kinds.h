@@ -15,8 +15,6 @@ struct DesktopKind {
   std::map<std::string, std::string> services = {{"org.cinnamon.ScreenSaver", "/bin/false"}};
   // What runs beside, where the session's own manager would start it.
   std::vector<std::vector<std::string>> helpers = {};
-  // Arranges the outputs of the server anew, so that two monitors have to share one, and takes them for one.
-  bool arrangesOutputs = false;
   // A shell's words that make "$1" the picture of the desktop, and bring it in sight; harmless when repeated.
   std::string choosePicture;
   std::vector<std::string> fileManager;

@@ -9,8 +9,23 @@ namespace hushpane::x11_tests {
 
 namespace {
 
+// Of a monitor's mode, with 1020 pixels in 1010 rows.
+constexpr const char *clock = "60.0", *rate = "58.241";
+
+// What some desktops would arrange anew, unless they believe that the user did it.
+std::string monitorsFile() {
+  const auto monitor = [](const std::string& output, const std::string& width, const std::string& more) {
+    return "<logicalmonitor><y>0</y><scale>1</scale>" + more + "<monitor><monitorspec><connector>" + output +
+           "</connector><vendor>unknown</vendor><product>unknown</product><serial>unknown</serial></monitorspec>"
+           "<mode><width>" +
+           width + "</width><height>1000</height><rate>" + rate + "</rate></mode></monitor></logicalmonitor>";
+  };
+  return "<monitors version='2'><configuration>" + monitor("DUMMY0", "900", "<x>0</x><primary>yes</primary>") +
+         monitor("DUMMY1", "700", "<x>900</x>") + "</configuration></monitors>";
+}
+
 std::vector<std::string> serverFor(const DesktopWay& way) {
-  if (way.monitors == 1 || way.kind->arrangesOutputs) return XServer::virtualScreen("1600x1000x24");
+  if (way.monitors == 1) return XServer::virtualScreen("1600x1000x24");
   return {"Xorg",     "-config",       HUSHPANE_SOURCE_DIR "/tests/whole_desktops/two_monitors.conf",
           "-logfile", "/tmp/Xorg.log", "-novtswitch",
           "-sharevts"};
@@ -48,10 +63,7 @@ DesktopSession::DesktopSession(const DesktopWay& way) : Seat(serverFor(way)), wa
                         {"SHELL", "/bin/sh"},
                         {"USER", "person"},
                         {"LOGNAME", "person"}});
-  if (monitors() == 2 && kind().arrangesOutputs) {
-    runTool({"xrandr", "--setmonitor", "LEFT", "900/240x1000/270+0+0", "screen"});
-    runTool({"xrandr", "--setmonitor", "RIGHT", "700/190x1000/270+900+0", "none"});
-  } else if (monitors() == 2) {
+  if (monitors() == 2) {
     addMonitor("DUMMY0", "900", "0");
     addMonitor("DUMMY1", "700", "900");
     runTool({"xrandr", "--output", "DUMMY0", "--primary"});
@@ -62,7 +74,7 @@ DesktopSession::DesktopSession(const DesktopWay& way) : Seat(serverFor(way)), wa
 
 void DesktopSession::addMonitor(const std::string& output, const std::string& width, const std::string& left) const {
   const std::string mode = width + "x1000";
-  runTool({"xrandr", "--newmode", mode, "60", width, "1000", "1010", "1020", "1000", "1001", "1004", "1010"});
+  runTool({"xrandr", "--newmode", mode, clock, width, "1000", "1010", "1020", "1000", "1001", "1004", "1010"});
   runTool({"xrandr", "--addmode", output, mode});
   runTool({"xrandr", "--fb", "1600x1000", "--output", output, "--mode", mode, "--pos", left + "x0"});
 }
@@ -71,11 +83,13 @@ void DesktopSession::writeFiles() const {
   const std::filesystem::path settings = environment().at("XDG_CONFIG_HOME");
   auto files = commonFiles();
   for (const auto& [name, text] : kind().files) files[name] = text;
+  if (monitors() == 2) files["monitors.xml"] = files["cinnamon-monitors.xml"] = monitorsFile();
   for (const auto& [name, text] : files) {
     std::filesystem::create_directories((settings / name).parent_path());
     std::ofstream(settings / name) << text;
   }
   std::filesystem::create_directories(home() / "Desktop");
+  for (const char* name : {"one", "two", "three"}) std::filesystem::create_directories(home() / "files" / name);
   std::filesystem::create_directory_symlink(settings, home() / ".config");  // some look nowhere else
   const std::filesystem::path services = home() / "data/dbus-1/services";
   std::filesystem::create_directories(services);
@@ -100,8 +114,7 @@ void DesktopSession::start() {
 std::vector<Rect> DesktopSession::bars() const {
   const auto area = x().numbers(x().root(), "_NET_WORKAREA");
   if (area.size() < 4) return {};
-  const double top = area[1], bottom = area[1] + area[3],
-               width = monitors() == 2 && !kind().arrangesOutputs ? leftWidth : screen.width;
+  const double top = area[1], bottom = area[1] + area[3], width = monitors() == 2 ? leftWidth : screen.width;
   std::vector<Rect> found;
   if (top > 0) found.push_back({0, 0, width, top});
   if (bottom < screen.height) found.push_back({0, bottom, width, screen.height - bottom});

@@ -44,7 +44,7 @@ std::vector<Picture> PanelIn::barsIn(const std::string& mode) {
 
 std::optional<Rect> PanelIn::findIcon() {
   if (const auto frame = Tray::iconFrame(x())) return frame;
-  constexpr double smallest = 3, largest = 64;
+  constexpr double smallest = 2, largest = 64;
   constexpr int clearly = 30;
   const auto standard = barsIn("standard"), focus = barsIn("focus"), again = barsIn("standard");
   for (std::size_t index = 0; index < standard.size(); ++index) {
@@ -53,7 +53,7 @@ std::optional<Rect> PanelIn::findIcon() {
       return !isNear(standard[index].at(int(at.x), int(at.y)), again[index].at(int(at.x), int(at.y)), clearly);
     });
     const Rect area = boundsOf(icon), bar = session().bars()[index];
-    if (area.width > smallest && area.width < largest)
+    if (area.width >= smallest && area.width < largest)
       return Rect{bar.x + area.x, bar.y + area.y, area.width, area.height};
   }
   return std::nullopt;
@@ -149,7 +149,7 @@ void PanelIn::bubble() {
 }
 
 void PanelIn::dark() {
-  if (session().kind().theme.empty()) return;
+  ASSERT_NE(session().kind().theme, "") << "no theme that all programs follow";
   session().shell(session().kind().theme, "-dark");
   wait(1500ms);
   runHushpane({});
@@ -161,7 +161,6 @@ void PanelIn::dark() {
   picture();
   keys("Escape");
   EXPECT_TRUE(hasPanels(0));
-  iconStandsOut();
 }
 
 TEST_P(PanelIn, EveryDesktop) {
@@ -207,6 +206,10 @@ TEST_P(PanelIn, EveryDesktop) {
     startHushpane();
   });
   runCase("dark theme", [this] { dark(); });
+  runCase("icon, dark theme", [this] {
+    ASSERT_NE(session().kind().theme, "");
+    iconStandsOut();
+  });
   session().shell(session().kind().theme);
   wait(2s);  // until all have taken it over
 }

@@ -34,6 +34,8 @@ void PopupsIn::openDialog(const Application& editor) {
 }
 
 void PopupsIn::fileDialog(const Application& editor) {
+  activate(editor);
+  EXPECT_TRUE(seesClear({&editor}));
   staysClear(
       [&] {
         openDialog(editor);
@@ -124,15 +126,15 @@ void PopupsIn::startMenu() {
 void PopupsIn::browser() {
   const Application page(session(),
                          {"chromium", "--no-sandbox", "--no-first-run", "--disable-gpu", "--password-store=basic",
-                          "--test-type", "--window-size=400,250", "--window-position=560,640",
+                          "--test-type", "--window-size=280,250", "--window-position=615,360",
                           "--user-data-dir=" + (session().home() / "browser").string(),
                           "--app=data:text/html,<select style='width:100%;height:300px;font-size:40px'><option>one"
                           "<option>two<option>three</select>"},
-                         {560, 640, 400, 250});
+                         {615, 360, 280, 250});
   activate(page);
-  const Pixel color = x().pixel(center(page.inside()));
+  constexpr Pixel white{0xffffff};
   EXPECT_TRUE(seesClear({}));
-  EXPECT_TRUE(shows(center(page.inside()), color)) << "the page is covered";
+  EXPECT_TRUE(shows(center(page.inside()), white)) << "the page is covered";
   staysClear([&] { session().clickSlowly(center(page.inside())); }, [&] { keys("Escape"); });
   page.process().terminate();
   activate(applications().terminal);

@@ -126,6 +126,7 @@ testing::AssertionResult WholeDesktop::looks(const Rect& area, double alpha, con
 testing::AssertionResult WholeDesktop::seesClear(const std::vector<const Application*>& clear) const {
   for (const Application* application : applications().all()) {
     const bool isClear = std::find(clear.begin(), clear.end(), application) != clear.end();
+    waitUntil([&] { return DesktopSession::screen.contains(center(application->inside())); }, limit_);
     if (const auto seen = looks(application->inside(), isClear ? 0 : balanced, application->name()); !seen) return seen;
   }
   for (const Point spot : DesktopSession::bareSpots)

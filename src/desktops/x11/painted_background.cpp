@@ -88,12 +88,12 @@ std::optional<PaintedBackground::Painting> PaintedBackground::paint() {
   return painting;
 }
 
-// Until the picture of a new file is there, the old one stays.
-void PaintedBackground::prepare(const session::DesktopBackground& background, const PixelRect& root) {
+// Until the picture of a new file is there, the old one stays; false while it is awaited.
+bool PaintedBackground::prepare(const session::DesktopBackground& background, const PixelRect& root) {
   if (!background.picture) {
     source_.reset();
     decoded_ = {};
-    return;
+    return true;
   }
   Source source{*background.picture, desktops::stampOf(*background.picture), {}};
   switch (background.placement) {
@@ -106,7 +106,9 @@ void PaintedBackground::prepare(const session::DesktopBackground& background, co
         source.shown = {std::max(source.shown.width, area.width), std::max(source.shown.height, area.height)};
       }
   }
-  if (source != source_) start(source);
+  if (source == source_) return true;
+  start(source);
+  return false;
 }
 
 PaintedBackground::Decoded PaintedBackground::decode(const Source& source) {
@@ -132,7 +134,9 @@ void PaintedBackground::start(const Source& source) {
 
 void PaintedBackground::settingsChanged() {
   pending_ = queue_.after(secondsPerBatch, [this] {
-    if (session::desktopBackground() != painted_) changed();
+    const auto background = session::desktopBackground();
+    if (background == painted_) return;
+    if (!background || prepare(*background, rootBounds(connection_))) changed();
   });
 }
 

@@ -54,7 +54,7 @@ class PaintedBackground {
   };
   static Decoded decode(const Source& source);
 
-  void prepare(const session::DesktopBackground& background, const PixelRect& root);
+  bool prepare(const session::DesktopBackground& background, const PixelRect& root);
   void start(const Source& source);
   void settingsChanged();
   void changed();
